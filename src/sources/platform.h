@@ -1,0 +1,92 @@
+#pragma once
+
+#include "sources/property_values.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+// The operating-system services the collectors read, each behind a small interface with
+// two back ends: the real macOS calls, and the answers recorded in a capture folder.
+// The interfaces are low level on purpose: parsing and decisions stay in the code above.
+
+// What one run of the system profiler tool gave.
+struct ProcessOutput
+{
+    bool started = false;
+    QString startError; // the platform's description when the program could not start
+    int exitStatus = 0;
+    QByteArray standardOutput;
+};
+
+class ProfilerSource
+{
+public:
+    virtual ~ProfilerSource() = default;
+    // Runs "/usr/sbin/system_profiler" with these arguments and waits for its end.
+    virtual ProcessOutput run(const QStringList &arguments) const = 0;
+};
+
+class KernelSource
+{
+public:
+    virtual ~KernelSource() = default;
+    // The raw bytes of a kernel value read by name, or nothing when it cannot be read.
+    virtual std::optional<QByteArray> value(const QByteArray &name) const = 0;
+};
+
+class RegistrySource
+{
+public:
+    virtual ~RegistrySource() = default;
+    // The property dictionaries of the services of that class (or a subclass), in registry order.
+    virtual QList<PropertyDictionary> servicesOfClass(const QString &className) const = 0;
+    // The same for the services whose registry name is `name`.
+    virtual QList<PropertyDictionary> servicesNamed(const QString &name) const = 0;
+};
+
+class PowerSourceList
+{
+public:
+    virtual ~PowerSourceList() = default;
+    // The power-source descriptions, in the platform's order.
+    virtual QList<PropertyDictionary> descriptions() const = 0;
+};
+
+enum class ThermalState { nominal, fair, serious, critical, unknown };
+
+class ProcessInformation
+{
+public:
+    virtual ~ProcessInformation() = default;
+    virtual QString hostName() const = 0;
+    // "Version 15.1 (Build 24B83)".
+    virtual QString operatingSystemVersion() const = 0;
+    virtual ThermalState thermalState() const = 0;
+};
+
+class Clock
+{
+public:
+    virtual ~Clock() = default;
+    virtual QDateTime now() const = 0;
+};
+
+// Every service, created once and passed down; collectors keep no other state.
+struct Platform
+{
+    std::shared_ptr<const ProfilerSource> profiler;
+    std::shared_ptr<const KernelSource> kernel;
+    std::shared_ptr<const RegistrySource> registry;
+    std::shared_ptr<const PowerSourceList> powerSources;
+    std::shared_ptr<const ProcessInformation> process;
+    std::shared_ptr<const Clock> clock;
+    // Words that tell the application it shows recorded data rather than this Mac.
+    bool isReplay = false;
+    QString description;
+};
