@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sources/property_values.h"
+#include "sources/sensor_sources.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -8,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -89,4 +91,10 @@ struct Platform
     // Words that tell the application it shows recorded data rather than this Mac.
     bool isReplay = false;
     QString description;
+    // Problems met so far in the recorded answers, one French line each (replay only).
+    std::function<QStringList()> sourceProblems;
+    // The live sensors' readers, made by each monitor on its own thread.
+    TemperatureEventSourceFactory temperatureEvents;
+    LidAngleReportSourceFactory lidAngleReports;
+    ProcessorTickSourceFactory processorTicks;
 };
