@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 
@@ -18,11 +20,20 @@ struct Unit
     QString name;
 };
 
+// The shortest digits that read back as the same double, always in positional notation:
+// a byte in megabytes is 0.000001, never 1e-06.
+QString shortestPositional(double value)
+{
+    std::array<char, 400> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    return QString::fromLatin1(buffer.data(), result.ptr - buffer.data());
+}
+
 // The decimal text of count / divisor, rounded half up on its shortest decimal form
 // (1 135 000 000 bytes is 1.135 GB and reads 1,14 Go).
 QString roundedAmount(quint64 count, double divisor, int decimals)
 {
-    return Format::roundDecimalText(Format::shortestNumber(double(count) / divisor), decimals);
+    return Format::roundDecimalText(shortestPositional(double(count) / divisor), decimals);
 }
 
 QString frenchNumber(const QString &decimalText)
