@@ -1,5 +1,6 @@
 #include "platform/capture/capture_platform.h"
 
+#include "platform/capture/capture_live.h"
 #include "platform/capture/property_list_reader.h"
 
 #include <QJsonArray>
@@ -259,5 +260,9 @@ Platform makeCapturePlatform(const std::shared_ptr<const CaptureFolder> &folder)
     platform.clock = std::make_shared<CaptureClock>(folder->capturedAt());
     platform.isReplay = true;
     platform.description = folder->description();
+    const CaptureLiveReadings live = readCaptureLiveReadings(*folder);
+    platform.temperatureEvents = replayedTemperatureEvents(live);
+    platform.lidAngleReports = replayedLidAngleReports(live);
+    platform.processorTicks = replayedProcessorTicks(live);
     return platform;
 }
