@@ -49,8 +49,12 @@ std::optional<double> parseDouble(const QString &text)
     if (text.isEmpty() || text.size() > 400)
         return std::nullopt;
     QByteArray latin = text.toLatin1();
-    if (latin.startsWith('+'))
+    // One leading plus sign is allowed, but not in front of another sign ("+-1").
+    if (latin.startsWith('+')) {
         latin.remove(0, 1);
+        if (latin.startsWith('-') || latin.startsWith('+'))
+            return std::nullopt;
+    }
     if (latin.isEmpty() || latin.front() == ' ' || (latin.front() == '-' && latin.size() == 1))
         return std::nullopt;
     double value = 0;
