@@ -1,0 +1,162 @@
+#include "common/test_main.h"
+
+#include "platform/macos/mac_profiler_source.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Writes an executable shell script standing in for the system profiler tool.
+QString writeScript(const QTemporaryDir &dir, const QString &name, const QByteArray &body)
+{
+    const QString path = dir.filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return {};
+    file.write("#!/bin/sh\n" + body + '\n');
+    file.close();
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
+}
+
+} // namespace
+
+class TestMacProfilerSource : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(m_dir.isValid()); }
+
+    void keepsStandardOutputApartFromStandardError()
+    {
+        const QString tool = writeScript(m_dir, u"answer"_s,
+                                         "printf '{\"SPUSBDataType\": []}'\n"
+                                         "printf 'warning: slow bus' >&2\n"
+                                         "exit 0");
+        const ProcessOutput output = MacProfilerSource(tool).run({u"-json"_s, u"SPUSBDataType"_s});
+        QVERIFY(output.started);
+        QCOMPARE(output.exitStatus, 0);
+        QCOMPARE(output.standardOutput, QByteArray("{\"SPUSBDataType\": []}"));
+    }
+
+    void reportsTheExitStatus_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::newRow("exit 1") << 1;
+        QTest::newRow("exit 2") << 2;
+        QTest::newRow("exit 255") << 255;
+    }
+
+    void reportsTheExitStatus()
+    {
+        QFETCH(int, status);
+        const QString tool = writeScript(m_dir, u"failing"_s, "printf 'partial'\nexit \"$1\"");
+        const ProcessOutput output = MacProfilerSource(tool).run({QString::number(status)});
+        QVERIFY(output.started);
+        QCOMPARE(output.exitStatus, status);
+        QCOMPARE(output.standardOutput, QByteArray("partial"));
+    }
+
+    // Arguments reach the tool one by one, untouched: no shell splits or expands them.
+    void passesArgumentsWithoutAShell()
+    {
+        const QString tool = writeScript(m_dir, u"echoing"_s, "for a in \"$@\"; do printf '%s|' \"$a\"; done");
+        const QStringList arguments{u"-json"_s, u"SP Data Type"_s, u"$HOME"_s, u"a;b"_s, u"*"_s, u""_s};
+        const ProcessOutput output = MacProfilerSource(tool).run(arguments);
+        QVERIFY(output.started);
+        QCOMPARE(output.standardOutput, QByteArray("-json|SP Data Type|$HOME|a;b|*||"));
+    }
+
+    // Far more than a pipe holds on both streams: the run must drain them, not block.
+    void readsLargeAnswersOnBothStreams()
+    {
+        const QString tool = writeScript(m_dir, u"large"_s,
+                                         "head -c 3000000 /dev/zero | tr '\\000' e >&2\n"
+                                         "head -c 3000000 /dev/zero | tr '\\000' o\n"
+                                         "exit 0");
+        const ProcessOutput output = MacProfilerSource(tool).run({});
+        QVERIFY(output.started);
+        QCOMPARE(output.exitStatus, 0);
+        QCOMPARE(output.standardOutput.size(), 3000000);
+        QCOMPARE(output.standardOutput.count('o'), 3000000);
+    }
+
+    void missingProgramDoesNotStart()
+    {
+        const ProcessOutput output = MacProfilerSource(m_dir.filePath(u"no-such-tool"_s)).run({u"-json"_s});
+        QVERIFY(!output.started);
+        QVERIFY(!output.startError.isEmpty());
+        QVERIFY(output.standardOutput.isEmpty());
+    }
+
+    void programThatCannotBeExecutedDoesNotStart()
+    {
+        const QString path = m_dir.filePath(u"not-executable"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("#!/bin/sh\nexit 0\n");
+        file.close();
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+        const ProcessOutput output = MacProfilerSource(path).run({});
+        QVERIFY(!output.started);
+        QVERIFY(!output.startError.isEmpty());
+    }
+
+    // A tool killed by a signal has no exit status of its own; it must not read as success.
+    void toolEndedBySignalIsNotASuccess()
+    {
+        const QString tool = writeScript(m_dir, u"crashing"_s, "printf '{}'\nkill -KILL $$");
+        const ProcessOutput output = MacProfilerSource(tool).run({});
+        QVERIFY(output.started);
+        QCOMPARE_NE(output.exitStatus, 0);
+    }
+
+    // The tool reads the application's own standard input, not a pipe made for it.
+    void inheritsStandardInput()
+    {
+        const QString ownInput = QFileInfo(u"/proc/self/fd/0"_s).symLinkTarget();
+        if (ownInput.isEmpty())
+            QSKIP("needs /proc to name a process's standard input");
+        const QString tool = writeScript(m_dir, u"input"_s, "readlink /proc/self/fd/0");
+        const ProcessOutput output = MacProfilerSource(tool).run({});
+        QVERIFY(output.started);
+        QCOMPARE(QString::fromUtf8(output.standardOutput.trimmed()), ownInput);
+    }
+
+    // Last on purpose: once the application quits, no run is allowed again.
+    void terminateAllEndsRunsInFlightAndRefusesNewOnes()
+    {
+        const QString marker = m_dir.filePath(u"started"_s);
+        const QString tool = writeScript(m_dir, u"hanging"_s, "touch \"$1\"\nexec sleep 60");
+        ProcessOutput inFlight;
+        std::thread runner([&] { inFlight = MacProfilerSource(tool).run({marker}); });
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(marker), 10000);
+
+        QElapsedTimer timer;
+        timer.start();
+        MacProfilerSource::terminateAll();
+        runner.join();
+        QCOMPARE_LT(timer.elapsed(), 5000);
+        QVERIFY(inFlight.started);
+        QCOMPARE_NE(inFlight.exitStatus, 0);
+
+        const QString quick = writeScript(m_dir, u"quick"_s, "printf '{}'");
+        const ProcessOutput later = MacProfilerSource(quick).run({});
+        QVERIFY(!later.started);
+        QVERIFY(!later.startError.isEmpty());
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+QUILLON_TEST_MAIN(TestMacProfilerSource)
+#include "tst_mac_profiler_source.moc"
