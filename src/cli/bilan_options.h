@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+// What the command line of quillon-bilan asks for.
+struct BilanOptions
+{
+    std::optional<QString> capture;
+    std::optional<QString> output;
+    bool record = false;
+    bool journalCsv = false;
+    std::optional<QString> workshopName;
+    std::optional<QString> workshopPhone;
+    std::optional<QString> workshopAddress;
+    std::optional<QString> saveCapture;
+    bool version = false;
+    bool help = false;
+};
+
+namespace BilanCommandLine {
+
+// The options, or one French sentence naming what is wrong with the arguments
+// (the program's own name excluded).
+std::variant<BilanOptions, QString> parse(const QStringList &arguments);
+
+QString helpText();
+
+} // namespace BilanCommandLine

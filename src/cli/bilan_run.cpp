@@ -1,0 +1,122 @@
+#include "cli/bilan_run.h"
+
+#include "cli/live_readings.h"
+#include "collectors/app_info.h"
+#include "collectors/battery_service.h"
+#include "core/app_state.h"
+#include "platform/factory/platform_factory.h"
+#include "records/history.h"
+#include "records/report_builder.h"
+#include "records/workshop_settings.h"
+
+#include <QEventLoop>
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int exitSuccess = 0;
+constexpr int exitWriteFailed = 1;
+constexpr int exitBadInput = 2;
+
+// The stored workshop fields, each replaced by its command-line value when one is given;
+// nothing is written back to the preferences.
+std::optional<WorkshopHeader> workshopFor(const BilanOptions &options)
+{
+    WorkshopSettings stored;
+    return workshopHeader(options.workshopName.value_or(stored.workshopName()),
+                          options.workshopPhone.value_or(stored.workshopPhone()),
+                          options.workshopAddress.value_or(stored.workshopAddress()));
+}
+
+// The full load of the application, waited for here.
+void loadEverything(AppState &state)
+{
+    QEventLoop loop;
+    bool finished = false;
+    state.loadEverything(false, [&] {
+        finished = true;
+        loop.quit();
+    });
+    if (!finished)
+        loop.exec();
+}
+
+QString reportText(const AppState &state, const LiveValues &live, const BilanOptions &options)
+{
+    const Platform &platform = state.platform();
+    ReportContents contents;
+    contents.hardware = state.hardware();
+    contents.battery = state.battery();
+    contents.snapshot = BatteryService::liveSnapshot(platform);
+    contents.volumes = state.volumes();
+    contents.inventory = state.inventory();
+    contents.report = state.report();
+    contents.live = live;
+    contents.workshop = workshopFor(options);
+    return ReportBuilder::build(contents, ReportStamp::ofThisApplication(platform.clock->now()));
+}
+
+std::optional<QString> writeAtomically(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return file.errorString();
+    return std::nullopt;
+}
+
+} // namespace
+
+int runBilan(const BilanOptions &options, QTextStream &output, QTextStream &errors)
+{
+    const auto fail = [&errors](int status, const QString &message) {
+        errors << u"quillon-bilan : "_s << message << Qt::endl;
+        return status;
+    };
+    if (options.help) {
+        output << BilanCommandLine::helpText();
+        return exitSuccess;
+    }
+    if (options.version) {
+        output << u"quillon-bilan "_s << AppInfo::versionLabel() << Qt::endl;
+        return exitSuccess;
+    }
+    if (options.saveCapture)
+        return fail(exitBadInput, u"--save-capture n’est possible que sur un Mac."_s);
+
+    auto opened = PlatformFactory::open(options.capture);
+    if (const QString *error = std::get_if<QString>(&opened))
+        return fail(exitBadInput, *error);
+    const Platform platform = std::get<Platform>(opened);
+
+    // With only --journal-csv, the journal is printed as it stands.
+    const bool wantsReport = !options.journalCsv || options.output || options.record;
+    std::optional<QString> report;
+    AppState state(platform);
+    if (wantsReport) {
+        LiveReadings readings(platform);
+        loadEverything(state);
+        const LiveValues live = readings.finish();
+        for (const QString &problem : PlatformFactory::captureProblems(platform))
+            errors << u"quillon-bilan : attention : "_s << problem << Qt::endl;
+        report = reportText(state, live, options);
+    }
+
+    if (options.record || options.journalCsv) {
+        History history(platform.clock);
+        if (options.record)
+            history.record(state.hardware(), state.battery(), state.volumes(), state.report());
+        if (options.journalCsv)
+            output << history.csv();
+    }
+
+    if (report && options.output) {
+        if (const auto error = writeAtomically(*options.output, report->toUtf8()))
+            return fail(exitWriteFailed, u"écriture impossible de « %1 » : %2"_s.arg(*options.output, *error));
+    } else if (report && !options.journalCsv) {
+        output << *report;
+    }
+    output.flush();
+    return exitSuccess;
+}

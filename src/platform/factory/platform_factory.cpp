@@ -1,0 +1,51 @@
+#include "platform/factory/platform_factory.h"
+
+#include "platform/capture/capture_platform.h"
+
+#ifdef Q_OS_MACOS
+#include "platform/macos/mac_platform.h"
+#endif
+
+namespace PlatformFactory {
+
+namespace {
+
+std::variant<Platform, QString> openCapture(const QString &path)
+{
+    auto opened = CaptureFolder::open(path);
+    if (const QString *error = std::get_if<QString>(&opened))
+        return *error;
+    auto folder = std::get<std::shared_ptr<CaptureFolder>>(opened);
+    Platform platform = makeCapturePlatform(folder);
+    platform.sourceProblems = [folder] { return folder->problems(); };
+    return platform;
+}
+
+} // namespace
+
+bool runsOnMac()
+{
+#ifdef Q_OS_MACOS
+    return true;
+#else
+    return false;
+#endif
+}
+
+std::variant<Platform, QString> open(const std::optional<QString> &capturePath)
+{
+    if (capturePath)
+        return openCapture(*capturePath);
+#ifdef Q_OS_MACOS
+    return makeMacPlatform();
+#else
+    return openCapture(QString::fromUtf16(sampleCapturePath));
+#endif
+}
+
+QStringList captureProblems(const Platform &platform)
+{
+    return platform.sourceProblems ? platform.sourceProblems() : QStringList();
+}
+
+} // namespace PlatformFactory

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "sources/platform.h"
+
+#include <QString>
+
+#include <optional>
+#include <variant>
+
+namespace PlatformFactory {
+
+// The built-in sample Mac, compiled into the resources.
+inline constexpr char16_t sampleCapturePath[] = u":/captures/sample";
+
+// Whether this build reads the Mac it runs on.
+bool runsOnMac();
+
+// The platform to check: the capture folder at `capturePath` when one is given; otherwise
+// this Mac on macOS, and the built-in sample elsewhere. A capture that cannot be read gives
+// a French sentence naming it.
+std::variant<Platform, QString> open(const std::optional<QString> &capturePath);
+
+// Problems met so far in the files of the capture being replayed, one French line each.
+QStringList captureProblems(const Platform &platform);
+
+} // namespace PlatformFactory

@@ -1,0 +1,282 @@
+#include "common/test_main.h"
+
+#include "core/app_state.h"
+#include "platform/capture/capture_platform.h"
+
+#include <QMutex>
+#include <QSemaphore>
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A profiler that answers every data type with an empty list, counts its runs, can fail
+// chosen data types and can hold a data type's runs until the test releases them.
+class FakeProfiler final : public ProfilerSource
+{
+public:
+    ProcessOutput run(const QStringList &arguments) const override
+    {
+        const QString type = arguments.value(1);
+        QSemaphore *gate = nullptr;
+        {
+            QMutexLocker lock(&mutex);
+            ++runs[type];
+            gate = gates.value(type);
+        }
+        if (gate)
+            gate->acquire();
+        QMutexLocker lock(&mutex);
+        if (failing.contains(type))
+            return {true, {}, 1, {}};
+        return {true, {}, 0, u"{\"%1\": []}"_s.arg(type).toUtf8()};
+    }
+
+    int runCount(const QString &type) const
+    {
+        QMutexLocker lock(&mutex);
+        return runs.value(type);
+    }
+
+    mutable QMutex mutex;
+    mutable QHash<QString, int> runs;
+    QHash<QString, QSemaphore *> gates;
+    QSet<QString> failing;
+};
+
+class CountingRegistry final : public RegistrySource
+{
+public:
+    QList<PropertyDictionary> servicesOfClass(const QString &className) const override
+    {
+        QMutexLocker lock(&mutex);
+        ++lookups[className];
+        return {};
+    }
+    QList<PropertyDictionary> servicesNamed(const QString &) const override { return {}; }
+
+    int lookupCount(const QString &className) const
+    {
+        QMutexLocker lock(&mutex);
+        return lookups.value(className);
+    }
+
+    mutable QMutex mutex;
+    mutable QHash<QString, int> lookups;
+};
+
+class NoKernel final : public KernelSource
+{
+public:
+    std::optional<QByteArray> value(const QByteArray &) const override { return std::nullopt; }
+};
+
+class NoPowerSources final : public PowerSourceList
+{
+public:
+    QList<PropertyDictionary> descriptions() const override { return {}; }
+};
+
+class PlainProcess final : public ProcessInformation
+{
+public:
+    QString hostName() const override { return u"atelier.local"_s; }
+    QString operatingSystemVersion() const override { return {}; }
+    ThermalState thermalState() const override { return ThermalState::nominal; }
+};
+
+class FixedClock final : public Clock
+{
+public:
+    QDateTime now() const override { return QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC); }
+};
+
+const QStringList allDataTypes{u"SPHardwareDataType"_s,    u"SPSoftwareDataType"_s,  u"SPPowerDataType"_s,
+                               u"SPStorageDataType"_s,     u"SPDisplaysDataType"_s,  u"SPUSBDataType"_s,
+                               u"SPThunderboltDataType"_s, u"SPBluetoothDataType"_s, u"SPNetworkDataType"_s,
+                               u"SPAudioDataType"_s,       u"SPCameraDataType"_s};
+
+} // namespace
+
+class TestAppState : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<FakeProfiler> m_profiler;
+    std::shared_ptr<CountingRegistry> m_registry;
+
+    Platform fakePlatform()
+    {
+        m_profiler = std::make_shared<FakeProfiler>();
+        m_registry = std::make_shared<CountingRegistry>();
+        Platform platform;
+        platform.profiler = m_profiler;
+        platform.registry = m_registry;
+        platform.kernel = std::make_shared<NoKernel>();
+        platform.powerSources = std::make_shared<NoPowerSources>();
+        platform.process = std::make_shared<PlainProcess>();
+        platform.clock = std::make_shared<FixedClock>();
+        return platform;
+    }
+
+    static void loadAndWait(AppState &state, AppSection section, bool force)
+    {
+        bool finished = false;
+        state.load(section, force, [&finished] { finished = true; });
+        QTRY_VERIFY_WITH_TIMEOUT(finished, 5000);
+    }
+
+private Q_SLOTS:
+    void firstLoadRunsEverySectionOnceThenBuildsTheReport()
+    {
+        AppState state(fakePlatform());
+        QStringList events;
+        connect(&state, &AppState::reportChanged, this, [&events] { events << u"report"_s; });
+        connect(&state, &AppState::lastRefreshChanged, this, [&events] { events << u"stamp"_s; });
+
+        QVERIFY(!state.lastRefresh());
+        loadAndWait(state, AppSection::overview, false);
+
+        for (const QString &type : allDataTypes)
+            QCOMPARE(m_profiler->runCount(type), type == u"SPPowerDataType"_s ? 0 : 1);
+        // Without a smart battery the battery collector stops before asking the profiler.
+        QCOMPARE(m_registry->lookupCount(u"AppleSmartBattery"_s) > 0, true);
+        QVERIFY(state.hardware());
+        QVERIFY(state.report());
+        QCOMPARE(state.inventory().size(), 7);
+        QVERIFY(state.batteryProbed());
+        QVERIFY(!state.battery());
+        QVERIFY(state.loading().isEmpty());
+        // The report comes once, after every section, and the full load stamps last.
+        QCOMPARE(events.count(u"report"_s), 1);
+        QCOMPARE(events.last(), u"stamp"_s);
+        QCOMPARE(events.indexOf(u"report"_s), events.size() - 2);
+        QCOMPARE(state.lastRefresh(), FixedClock().now());
+    }
+
+    void cachedSectionsAreNotLoadedAgain()
+    {
+        AppState state(fakePlatform());
+        loadAndWait(state, AppSection::battery, false);
+        const int batteryLookups = m_registry->lookupCount(u"AppleSmartBattery"_s);
+        QVERIFY(batteryLookups > 0);
+        QVERIFY(state.isCached(AppSection::battery));
+
+        // A desktop without a battery has answered once: selecting the section again loads nothing.
+        QSignalSpy loadingChanges(&state, &AppState::loadingChanged);
+        loadAndWait(state, AppSection::battery, false);
+        QCOMPARE(m_registry->lookupCount(u"AppleSmartBattery"_s), batteryLookups);
+        QCOMPARE(loadingChanges.count(), 0);
+
+        loadAndWait(state, AppSection::usb, false);
+        loadAndWait(state, AppSection::usb, false);
+        QCOMPARE(m_profiler->runCount(u"SPUSBDataType"_s), 1);
+        // An empty device list is cached too.
+        QVERIFY(state.inventory().value(AppSection::usb).isEmpty());
+        QVERIFY(state.isCached(AppSection::usb));
+
+        loadAndWait(state, AppSection::usb, true);
+        QCOMPARE(m_profiler->runCount(u"SPUSBDataType"_s), 2);
+    }
+
+    void failedSectionIsRetriedAndItsMessageClearedWhenTheRetryStarts()
+    {
+        AppState state(fakePlatform());
+        m_profiler->failing.insert(u"SPUSBDataType"_s);
+        loadAndWait(state, AppSection::usb, false);
+        QCOMPARE(state.failure(AppSection::usb), u"system_profiler a échoué : code 1 pour SPUSBDataType"_s);
+        QVERIFY(!state.isCached(AppSection::usb));
+        QVERIFY(!state.lastRefresh());
+
+        QSemaphore gate;
+        m_profiler->gates.insert(u"SPUSBDataType"_s, &gate);
+        bool finished = false;
+        state.load(AppSection::usb, false, [&finished] { finished = true; });
+        QVERIFY(!state.failure(AppSection::usb));
+        QVERIFY(state.isLoading(AppSection::usb));
+        m_profiler->failing.clear();
+        gate.release();
+        QTRY_VERIFY_WITH_TIMEOUT(finished, 5000);
+        QVERIFY(!state.failure(AppSection::usb));
+        QVERIFY(state.isCached(AppSection::usb));
+        QVERIFY(state.lastRefresh());
+    }
+
+    void failureKeepsTheSectionsPreviousData()
+    {
+        AppState state(fakePlatform());
+        loadAndWait(state, AppSection::hardware, false);
+        QVERIFY(state.hardware());
+        m_profiler->failing.insert(u"SPHardwareDataType"_s);
+        loadAndWait(state, AppSection::hardware, true);
+        QVERIFY(state.hardware());
+        QVERIFY(state.failure(AppSection::hardware));
+    }
+
+    void secondRequestWhileLoadingIsDropped()
+    {
+        AppState state(fakePlatform());
+        QSemaphore gate;
+        m_profiler->gates.insert(u"SPDisplaysDataType"_s, &gate);
+        bool first = false;
+        bool second = false;
+        state.load(AppSection::displays, true, [&first] { first = true; });
+        state.refresh(AppSection::displays, [&second] { second = true; });
+        QVERIFY(state.isLoading(AppSection::displays));
+        QVERIFY(state.isLoading(AppSection::overview));
+        QVERIFY(state.isLoading(AppSection::diagnostics));
+        QVERIFY(!state.isLoading(AppSection::history));
+        QVERIFY(!state.isLoading(AppSection::usb));
+        gate.release(2);
+        QTRY_VERIFY_WITH_TIMEOUT(first && second, 5000);
+        QCOMPARE(m_profiler->runCount(u"SPDisplaysDataType"_s), 1);
+        QVERIFY(!state.isLoading(AppSection::overview));
+    }
+
+    void everySectionFailingLeavesNoReportButStampsTheFullLoad()
+    {
+        AppState state(fakePlatform());
+        for (const QString &type : allDataTypes)
+            m_profiler->failing.insert(type);
+        QSignalSpy everything(&state, &AppState::everythingLoaded);
+        loadAndWait(state, AppSection::diagnostics, false);
+        QCOMPARE(everything.count(), 1);
+        QVERIFY(!state.report());
+        QVERIFY(state.lastRefresh());
+        // Nine sections report a failure; the battery collector never fails.
+        QCOMPARE(state.failures().size(), 9);
+        QVERIFY(!state.failure(AppSection::battery));
+    }
+
+    void historyIsNeverLoadedAndNeverLoading()
+    {
+        AppState state(fakePlatform());
+        loadAndWait(state, AppSection::history, true);
+        QVERIFY(!state.isLoading(AppSection::history));
+        for (const QString &type : allDataTypes)
+            QCOMPARE(m_profiler->runCount(type), 0);
+    }
+
+    void sampleCaptureLoadsEverySection()
+    {
+        auto opened = CaptureFolder::open(QStringLiteral(QUILLON_CAPTURES_DIR "/sample"));
+        QVERIFY(std::holds_alternative<std::shared_ptr<CaptureFolder>>(opened));
+        AppState state(makeCapturePlatform(std::get<std::shared_ptr<CaptureFolder>>(opened)));
+        loadAndWait(state, AppSection::overview, false);
+        QVERIFY(state.failures().isEmpty());
+        QVERIFY(state.hardware());
+        QCOMPARE(state.hardware()->modelIdentifier, u"MacBookPro18,3"_s);
+        QVERIFY(state.battery());
+        QCOMPARE(state.battery()->chargePercent, 87);
+        QCOMPARE(state.volumes().size(), 2);
+        QCOMPARE(state.inventory().size(), 7);
+        for (AppSection section : state.inventory().keys())
+            QVERIFY2(!state.inventory().value(section).isEmpty(), qPrintable(AppSections::rawValue(section)));
+        QVERIFY(state.report());
+        QCOMPARE(state.lastRefresh(), QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC));
+    }
+};
+
+QUILLON_TEST_MAIN(TestAppState)
+#include "tst_app_state.moc"
