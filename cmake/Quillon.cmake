@@ -11,8 +11,10 @@ function(quillon_settings target)
         QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
         QT_NO_KEYWORDS)
     if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
-        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow=local
-            -Wno-missing-field-initializers)
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wno-missing-field-initializers)
+        if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+            target_compile_options(${target} PRIVATE -Wshadow=local)
+        endif()
         if(QUILLON_WERROR)
             target_compile_options(${target} PRIVATE -Werror)
         endif()
