@@ -1,0 +1,158 @@
+#include "common/test_main.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QString standardOutput;
+    QString standardError;
+};
+
+const QString capturesDir = QStringLiteral(QUILLON_CAPTURES_DIR);
+
+} // namespace
+
+// quillon-bilan as a separate process, with its journal and preferences in a scratch folder.
+class TestBilanProgram : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_home;
+
+    Run bilan(const QStringList &arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, m_home.path());
+        environment.insert(u"XDG_DATA_HOME"_s, m_home.path() + u"/data"_s);
+        environment.insert(u"XDG_CONFIG_HOME"_s, m_home.path() + u"/config"_s);
+        environment.insert(u"TZ"_s, u"Europe/Paris"_s);
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(QUILLON_BILAN), arguments);
+        if (!process.waitForFinished(60000))
+            return {};
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+
+private Q_SLOTS:
+    void everyCaptureGivesAWholeReport_data()
+    {
+        QTest::addColumn<QString>("capture");
+        QTest::addColumn<QString>("titleLine");
+        const QStringList captures = QDir(capturesDir).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        QVERIFY(captures.contains(u"sample"_s));
+        for (const QString &capture : captures) {
+            if (QFile::exists(capturesDir + u'/' + capture + u"/capture.json"_s))
+                QTest::newRow(qPrintable(capture)) << capture << QString();
+        }
+    }
+
+    void everyCaptureGivesAWholeReport()
+    {
+        QFETCH(QString, capture);
+        const Run run = bilan({u"--capture"_s, capturesDir + u'/' + capture});
+        QCOMPARE(run.exitCode, 0);
+        const QString heavyRule(72, QChar(0x2550));
+        QVERIFY(run.standardOutput.startsWith(heavyRule + u'\n'));
+        QVERIFY(run.standardOutput.contains(u"  Établi le "_s));
+        QVERIFY(run.standardOutput.endsWith(u"outil gratuit pour réparateurs — https://quillon.app\n"_s));
+    }
+
+    void sampleReportIsTheSameEveryTime()
+    {
+        const Run first = bilan({u"--capture"_s, capturesDir + u"/sample"_s});
+        const Run second = bilan({u"--capture"_s, capturesDir + u"/sample"_s});
+        QCOMPARE(first.exitCode, 0);
+        QCOMPARE(first.standardOutput, second.standardOutput);
+        // The capture's own moment, in Paris time: 08:05:07 UTC is 09:05.
+        QVERIFY(first.standardOutput.contains(u"  Établi le 16 novembre 2026 à 09:05 par Quillon "_s));
+        QVERIFY(first.standardOutput.contains(u"  MacBook Pro — bilan matériel\n"_s));
+        QVERIFY(first.standardOutput.contains(u"  Macintosh HD — 494,38 Go (187,36 Go libres, 62 % utilisés)\n"_s));
+        // The live readings of the capture: the first lid report is 0x6E, 110°.
+        QVERIFY(first.standardOutput.contains(u"] Angle d'écran (110°)\n"_s));
+    }
+
+    void builtInSampleWithoutArguments()
+    {
+        const Run run = bilan({});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.standardOutput.contains(u"MacBookPro18,3"_s));
+    }
+
+    void workshopHeaderFromTheCommandLine()
+    {
+        const Run run = bilan({u"--capture"_s, capturesDir + u"/sample"_s, u"--workshop-name"_s, u" Atelier du Port "_s,
+                               u"--workshop-address"_s, u"2 quai Est"_s});
+        QCOMPARE(run.exitCode, 0);
+        const QString heavyRule(72, QChar(0x2550));
+        QVERIFY(run.standardOutput.startsWith(heavyRule + u"\n  ATELIER DU PORT\n  2 quai Est\n"_s + heavyRule));
+    }
+
+    void outputFileIsWrittenInUtf8()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"bilan.txt"_s);
+        const Run run = bilan({u"--capture"_s, capturesDir + u"/worn-battery"_s, u"--output"_s, path});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.standardOutput.isEmpty());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        QVERIFY(text.contains(u"Entretien recommandé"_s));
+    }
+
+    void badInputExitsWithTwoAndOneFrenchLine_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("named");
+        QTest::newRow("unknown option") << QStringList{u"--bogus"_s} << u"--bogus"_s;
+        QTest::newRow("missing capture folder") << QStringList{u"--capture"_s, u"/nonexistent/capture"_s}
+                                                << u"/nonexistent/capture"_s;
+        QTest::newRow("folder without capture.json") << QStringList{u"--capture"_s, capturesDir} << capturesDir;
+    }
+
+    void badInputExitsWithTwoAndOneFrenchLine()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, named);
+        const Run run = bilan(arguments);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY(run.standardOutput.isEmpty());
+        QCOMPARE(run.standardError.count(u'\n'), 1);
+        QVERIFY2(run.standardError.contains(named), qPrintable(run.standardError));
+    }
+
+    void unwritableOutputLeavesNothingAndFails()
+    {
+        const Run run = bilan({u"--capture"_s, capturesDir + u"/sample"_s, u"--output"_s, u"/nonexistent/dir/b.txt"_s});
+        QVERIFY(run.exitCode != 0);
+        QVERIFY(run.standardError.contains(u"/nonexistent/dir/b.txt"_s));
+    }
+
+    void recordThenJournalCsv()
+    {
+        QTemporaryDir home;
+        // Two runs within the hour on the same machine make one journal line.
+        QCOMPARE(bilan({u"--capture"_s, capturesDir + u"/sample"_s, u"--record"_s}).exitCode, 0);
+        QCOMPARE(bilan({u"--capture"_s, capturesDir + u"/sample"_s, u"--record"_s}).exitCode, 0);
+        QCOMPARE(bilan({u"--capture"_s, capturesDir + u"/worn-battery"_s, u"--record"_s}).exitCode, 0);
+        const Run csv = bilan({u"--journal-csv"_s});
+        QCOMPARE(csv.exitCode, 0);
+        const QStringList lines = csv.standardOutput.split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 3); // header and two machines
+        QVERIFY(lines.at(1).contains(u"MacBookAir10,1"_s) || lines.at(1).contains(u"MacBook Air"_s));
+        QVERIFY(lines.at(2).contains(u"K7Q2XW9J4F"_s));
+    }
+};
+
+QUILLON_TEST_MAIN(TestBilanProgram)
+#include "tst_bilan_program.moc"
