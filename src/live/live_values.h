@@ -4,6 +4,9 @@
 
 #include <optional>
 
+class CPUMonitor;
+class LidAngleMonitor;
+
 // The current live readings as the screens and the text report show them. The main view
 // builds a fresh one from the lid-angle and processor monitors every time it redraws.
 struct LiveValues
@@ -19,3 +22,21 @@ struct LiveValues
 
     friend bool operator==(const LiveValues &, const LiveValues &) = default;
 };
+
+// The texts of the live readings.
+namespace LiveText {
+
+// Whole degrees followed by "°", no space: "118°".
+std::optional<QString> angle(std::optional<int> degrees);
+// The fraction as a whole percentage, halves away from zero: 0.125 gives "13 %".
+std::optional<QString> load(std::optional<double> fraction);
+// Whole degrees Celsius as printf's "%.0f" writes them: "52 °C".
+std::optional<QString> temperature(std::optional<double> celsius);
+
+} // namespace LiveText
+
+// The live values of these readings.
+LiveValues liveValues(std::optional<int> lidAngle, std::optional<double> processorLoad,
+                      std::optional<double> processorTemperature);
+// The live values the monitors publish now (main thread).
+LiveValues liveValues(const LidAngleMonitor &lid, const CPUMonitor &cpu);
