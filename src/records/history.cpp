@@ -1,0 +1,282 @@
+#include "records/history.h"
+
+#include "core/formatting.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+QVariant optionalVariant(const auto &value)
+{
+    return value ? QVariant::fromValue(*value) : QVariant();
+}
+
+// The volume whose capacity the journal keeps: the first internal one, else the first.
+std::optional<double> journalStorageBytes(const QList<StorageVolume> &volumes)
+{
+    for (const StorageVolume &volume : volumes) {
+        if (volume.isInternal)
+            return volume.totalBytes;
+    }
+    if (volumes.isEmpty())
+        return std::nullopt;
+    return volumes.first().totalBytes;
+}
+
+} // namespace
+
+History::History(std::shared_ptr<const Clock> clock, const QString &directory, QObject *parent)
+    : QAbstractListModel(parent),
+      m_clock(std::move(clock)),
+      m_filePath(QDir(directory.isEmpty() ? defaultDirectory() : directory).filePath(u"journal.json"_s))
+{
+    load();
+}
+
+QString History::defaultDirectory()
+{
+    QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (base.isEmpty())
+        base = QDir::homePath();
+    return base + u"/Quillon"_s;
+}
+
+void History::load()
+{
+    QFile file(m_filePath);
+    if (!file.exists())
+        return;
+    std::optional<QList<HistoryEntry>> entries;
+    if (file.open(QIODevice::ReadOnly))
+        entries = HistoryFile::decode(file.readAll());
+    if (entries)
+        m_entries = std::move(*entries);
+    else
+        m_unreadableFileFound = true;
+}
+
+// Renames the unreadable journal file found at start so that the next save cannot
+// overwrite it: "journal-illisible-2026-11-16.json", then "-2", "-3"… on the same day.
+bool History::setAsideUnreadableFile()
+{
+    if (!m_unreadableFileFound || m_unreadableFileSetAside)
+        return true;
+    const QFileInfo journal(m_filePath);
+    if (!journal.exists()) {
+        m_unreadableFileSetAside = true;
+        return true;
+    }
+    const QString stem = u"journal-illisible-"_s + m_clock->now().toLocalTime().date().toString(u"yyyy-MM-dd"_s);
+    QString target = journal.dir().filePath(stem + u".json"_s);
+    for (int suffix = 2; QFileInfo::exists(target); ++suffix)
+        target = journal.dir().filePath(stem + u'-' + QString::number(suffix) + u".json"_s);
+    if (!QFile::rename(m_filePath, target))
+        return false;
+    QFile::setPermissions(target, ownerOnly);
+    m_unreadableFileSetAside = true;
+    return true;
+}
+
+// Errors are ignored on purpose: the list in memory stays as it is, and the next
+// successful save rewrites the whole file.
+void History::save()
+{
+    if (!setAsideUnreadableFile())
+        return;
+    QDir().mkpath(QFileInfo(m_filePath).absolutePath());
+    QSaveFile file(m_filePath);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    // The temporary file gets the owner-only rights before any byte is written to it.
+    file.setPermissions(ownerOnly);
+    file.write(HistoryFile::encode(m_entries));
+    if (file.commit())
+        QFile::setPermissions(m_filePath, ownerOnly);
+}
+
+void History::publishChange(int previousCount)
+{
+    if (count() != previousCount)
+        Q_EMIT countChanged();
+    Q_EMIT entriesChanged();
+}
+
+HistoryEntry History::makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
+                                const QList<StorageVolume> &volumes, const DiagnosticsReport &report) const
+{
+    HistoryEntry entry;
+    entry.date = m_clock->now();
+    entry.modelName = hardware.modelName;
+    entry.modelIdentifier = hardware.modelIdentifier;
+    entry.serialNumber = hardware.serialNumber;
+    entry.chip = hardware.chip;
+    entry.memory = hardware.memory;
+    entry.storageBytes = journalStorageBytes(volumes);
+    if (battery) {
+        entry.batteryHealth = battery->healthPercent;
+        entry.batteryCycles = battery->cycleCount;
+    }
+    entry.headline = report.headline();
+    entry.warningCount = report.count(CheckStatus::attention);
+    entry.faultCount = report.count(CheckStatus::alerte);
+    return entry;
+}
+
+// The first entry of the same machine made less than an hour before the new one. Two
+// absent serial numbers count as the same machine; an entry dated after the new one
+// (a clock set back) counts as recent.
+qsizetype History::recentIndexOfSameMachine(const HistoryEntry &entry) const
+{
+    for (qsizetype i = 0; i < m_entries.size(); ++i) {
+        const HistoryEntry &existing = m_entries.at(i);
+        if (existing.serialNumber == entry.serialNumber && existing.date.msecsTo(entry.date) < sameCheckMSecs)
+            return i;
+    }
+    return -1;
+}
+
+void History::record(const std::optional<HardwareInfo> &hardware, const std::optional<BatteryInfo> &battery,
+                     const QList<StorageVolume> &volumes, const std::optional<DiagnosticsReport> &report)
+{
+    if (!hardware || !report)
+        return;
+    const int previousCount = count();
+    HistoryEntry entry = makeEntry(*hardware, battery, volumes, *report);
+    const qsizetype same = recentIndexOfSameMachine(entry);
+    if (same >= 0) {
+        m_entries[same] = std::move(entry);
+        const QModelIndex changed = index(int(same));
+        Q_EMIT dataChanged(changed, changed);
+    } else {
+        beginInsertRows(QModelIndex(), 0, 0);
+        m_entries.prepend(std::move(entry));
+        endInsertRows();
+        if (m_entries.size() > maximumEntries) {
+            beginRemoveRows(QModelIndex(), maximumEntries, count() - 1);
+            m_entries.resize(maximumEntries);
+            endRemoveRows();
+        }
+    }
+    publishChange(previousCount);
+    save();
+}
+
+void History::remove(const HistoryEntry &entry)
+{
+    removeById(entry.id.toString());
+}
+
+void History::removeById(const QString &id)
+{
+    const QUuid uuid = QUuid::fromString(id);
+    const int previousCount = count();
+    for (qsizetype i = m_entries.size() - 1; i >= 0; --i) {
+        if (m_entries.at(i).id != uuid)
+            continue;
+        beginRemoveRows(QModelIndex(), int(i), int(i));
+        m_entries.removeAt(i);
+        endRemoveRows();
+    }
+    if (count() != previousCount)
+        publishChange(previousCount);
+    save();
+}
+
+void History::clear()
+{
+    const int previousCount = count();
+    beginResetModel();
+    m_entries.clear();
+    endResetModel();
+    publishChange(previousCount);
+    save();
+}
+
+QString History::csv() const
+{
+    return HistoryCsv::text(m_entries);
+}
+
+QString History::exportCsv(const QString &filePath) const
+{
+    QSaveFile file(filePath);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    file.write(HistoryCsv::exportBytes(m_entries));
+    if (!file.commit())
+        return file.errorString();
+    return QString();
+}
+
+int History::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant History::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return QVariant();
+    const HistoryEntry &entry = m_entries.at(index.row());
+    switch (role) {
+    case IdRole:
+        return entry.id.toString(QUuid::WithoutBraces).toUpper();
+    case DateRole:
+        return entry.date;
+    case DateTextRole:
+        return Format::abbreviatedDateShortTime(entry.date);
+    case Qt::DisplayRole:
+    case ModelNameRole:
+        return entry.modelName;
+    case ModelIdentifierRole:
+        return entry.modelIdentifier;
+    case SerialNumberRole:
+        return optionalVariant(entry.serialNumber);
+    case ChipRole:
+        return entry.chip;
+    case MemoryRole:
+        return entry.memory;
+    case StorageBytesRole:
+        return optionalVariant(entry.storageBytes);
+    case BatteryHealthRole:
+        return optionalVariant(entry.batteryHealth);
+    case BatteryCyclesRole:
+        return optionalVariant(entry.batteryCycles);
+    case HeadlineRole:
+        return entry.headline;
+    case WarningCountRole:
+        return entry.warningCount;
+    case FaultCountRole:
+        return entry.faultCount;
+    default:
+        return QVariant();
+    }
+}
+
+QHash<int, QByteArray> History::roleNames() const
+{
+    return {
+        {IdRole, "entryId"},
+        {DateRole, "date"},
+        {DateTextRole, "dateText"},
+        {ModelNameRole, "modelName"},
+        {ModelIdentifierRole, "modelIdentifier"},
+        {SerialNumberRole, "serialNumber"},
+        {ChipRole, "chip"},
+        {MemoryRole, "memory"},
+        {StorageBytesRole, "storageBytes"},
+        {BatteryHealthRole, "batteryHealth"},
+        {BatteryCyclesRole, "batteryCycles"},
+        {HeadlineRole, "headline"},
+        {WarningCountRole, "warningCount"},
+        {FaultCountRole, "faultCount"},
+    };
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+// One machine checked on this computer: what the journal keeps of one refresh.
+struct HistoryEntry
+{
+    QUuid id = QUuid::createUuid();
+    // When the entry was made.
+    QDateTime date;
+    QString modelName;
+    QString modelIdentifier;
+    std::optional<QString> serialNumber;
+    QString chip;
+    // The installed-memory text of the hardware record.
+    QString memory;
+    // Total capacity of the internal volume (or of the first volume), in bytes.
+    std::optional<double> storageBytes;
+    std::optional<qint64> batteryHealth;
+    std::optional<qint64> batteryCycles;
+    // The report's one-line summary at the time of the entry.
+    QString headline;
+    qint64 warningCount = 0;
+    qint64 faultCount = 0;
+
+    friend bool operator==(const HistoryEntry &, const HistoryEntry &) = default;
+};
+
+size_t qHash(const HistoryEntry &entry, size_t seed = 0);
+
+// The journal file: a compact JSON array of entry objects, in list order. Each object
+// holds the fields under their own names, in field order; an absent optional is left out.
+// The identifier is the UUID's canonical text in upper case; the date is a number of
+// seconds (with fraction) since 2001-01-01 00:00:00 UTC.
+namespace HistoryFile {
+
+QByteArray encode(const QList<HistoryEntry> &entries);
+
+// The entries of a journal file, or nothing when the bytes are not a journal: not a JSON
+// array, or one element with a required key missing or of the wrong kind. Keys may come
+// in any order; unknown keys are ignored.
+std::optional<QList<HistoryEntry>> decode(const QByteArray &bytes);
+
+// The date as stored in the file, and back.
+double secondsSinceReferenceDate(const QDateTime &date);
+QDateTime dateFromReferenceSeconds(double seconds);
+
+} // namespace HistoryFile
+
+// The journal as a semicolon-separated spreadsheet text for spreadsheet programs set up
+// for French.
+namespace HistoryCsv {
+
+// The header row, then one row per entry in list order; every row ends with a line feed.
+QString text(const QList<HistoryEntry> &entries);
+
+// The bytes of an exported file: the UTF-8 byte-order mark, then the text in UTF-8.
+QByteArray exportBytes(const QList<HistoryEntry> &entries);
+
+// A cell as written in the text: quoted, with its quotes doubled, when it holds a
+// semicolon, a double quote or a line feed; as it is otherwise.
+QString escapedCell(const QString &cell);
+
+} // namespace HistoryCsv
