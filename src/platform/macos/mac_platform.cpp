@@ -5,6 +5,7 @@
 #include "platform/macos/mac_process_information.h"
 #include "platform/macos/mac_profiler_source.h"
 #include "platform/macos/mac_registry_source.h"
+#include "platform/macos/macos_sensors.h"
 
 #include <QCoreApplication>
 
@@ -36,8 +37,10 @@ Platform makeMacPlatform()
     platform.clock = std::make_shared<SystemClock>();
     platform.isReplay = false;
 
-    // Sensor readers (HID temperatures, lid angle, processor ticks): their factories from
-    // macos_sensors.h are set here.
+    // Each monitor makes its own reader, on its own thread, from these factories.
+    platform.temperatureEvents = macTemperatureEvents();
+    platform.lidAngleReports = macLidAngleReports();
+    platform.processorTicks = macProcessorTicks();
 
     endProfilerRunsOnQuit();
     return platform;
