@@ -13,14 +13,14 @@
 // Finds the machine's built-in parts in the I/O registry: fingerprint sensor, keyboard and
 // its backlight, lid-angle sensor, haptic actuator, Wi-Fi chip, system management
 // controller and trackpad; counts the sensor HID interfaces and tells whether the machine
-// is portable. Nothing fails: a part that is not found is absent.
+// is portable. Nothing fails: a component that is not found is absent.
 namespace BuiltInDeviceService {
 
 using Component = BuiltInComponents::Component;
 
 BuiltInComponents load(const Platform &platform);
 
-// Each part on its own. The HID interface list is every "IOHIDInterface" service, in
+// Each component on its own. The HID interface list is every "IOHIDInterface" service, in
 // registry order, read once per load.
 Component touchID(const RegistrySource &registry);
 Component keyboard(const RegistrySource &registry);
