@@ -9,6 +9,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Only regular files are read: opening a named pipe blocks, and a device such as
+// /dev/zero never ends (QFileInfo follows symbolic links).
+bool isRegularFile(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
+
 QString notACapture(const QString &path, const QString &why)
 {
     return u"« %1 » n’est pas une capture lisible : %2."_s.arg(QDir::toNativeSeparators(path), why);
@@ -24,7 +31,7 @@ std::variant<std::shared_ptr<CaptureFolder>, QString> CaptureFolder::open(const 
     folder->m_path = QDir::cleanPath(path);
 
     QFile file(folder->m_path + u"/capture.json"_s);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!isRegularFile(file.fileName()) || !file.open(QIODevice::ReadOnly))
         return notACapture(path, u"capture.json manque"_s);
     if (file.size() > maximumFileSize)
         return notACapture(path, u"capture.json est trop volumineux"_s);
@@ -48,6 +55,10 @@ std::optional<QByteArray> CaptureFolder::read(const QString &relativePath) const
     QFile file(m_path + u'/' + relativePath);
     if (!file.exists())
         return std::nullopt;
+    if (!isRegularFile(file.fileName())) {
+        noteProblem(relativePath, u"n’est pas un fichier ordinaire"_s);
+        return std::nullopt;
+    }
     if (!file.open(QIODevice::ReadOnly)) {
         noteProblem(relativePath, u"illisible"_s);
         return std::nullopt;
