@@ -154,6 +154,10 @@ QList<Kind> kinds()
         {"date", "<date>2026-11-16T08:05:07Z</date>", capture},
         {"date before 2001", "<date>1999-12-31T23:59:59Z</date>",
          QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59), QTimeZone::utc())},
+        {"date after 2069", "<date>2100-03-01T12:00:00Z</date>",
+         QDateTime(QDate(2100, 3, 1), QTime(12, 0, 0), QTimeZone::utc())},
+        {"date before 1933", "<date>1904-01-01T00:00:00Z</date>",
+         QDateTime(QDate(1904, 1, 1), QTime(0, 0, 0), QTimeZone::utc())},
     };
 }
 

@@ -34,9 +34,6 @@ struct MallocDeleter
 template <typename T>
 using MallocHolder = std::unique_ptr<T, MallocDeleter>;
 
-// Property-list dates count seconds from 1 January 2001, UTC.
-constexpr qint64 secondsFrom1970To2001 = 978307200;
-
 class Converter
 {
 public:
@@ -76,12 +73,8 @@ public:
                 return QByteArray();
             return QByteArray(raw, qsizetype(length));
         }
-        case PLIST_DATE: {
-            int32_t seconds = 0;
-            int32_t microseconds = 0;
-            plist_get_date_val(node, &seconds, &microseconds);
-            return QDateTime::fromSecsSinceEpoch(secondsFrom1970To2001 + seconds, Qt::UTC);
-        }
+        case PLIST_DATE:
+            return date(node);
         case PLIST_ARRAY:
             return array(node, depth);
         case PLIST_DICT:
@@ -101,6 +94,23 @@ private:
         if (isNegative(node))
             return qint64(raw);
         return quint64(raw);
+    }
+
+    // libplist's date getter gives 32-bit seconds from 2001, which wrap outside the years
+    // 1933 to 2069; its XML writer keeps the whole date, so the date is read back from there.
+    static QVariant date(plist_t node)
+    {
+        char *xml = nullptr;
+        uint32_t length = 0;
+        plist_to_xml(node, &xml, &length);
+        MallocHolder<char> text(xml);
+        const QByteArray written(xml ? xml : "", xml ? qsizetype(length) : 0);
+        const qsizetype start = written.indexOf("<date>") + 6;
+        const qsizetype end = written.indexOf("</date>");
+        if (start < 6 || end < start)
+            return {};
+        const QDateTime moment = QDateTime::fromString(QString::fromLatin1(written.mid(start, end - start)), Qt::ISODate);
+        return moment.isValid() ? QVariant(moment.toUTC()) : QVariant();
     }
 
     // A value with its top bit set is either a negative integer or a large unsigned one.
