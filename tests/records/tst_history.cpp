@@ -20,13 +20,14 @@ public:
 };
 
 const QDateTime morning(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC);
+const qint64 minute = 60 * 1000;
 
 const QString csvHeader = u"Date;Modèle;Identifiant;Numéro de série;Puce;Mémoire;Stockage;Capacité maximale;Cycles;Verdict;À surveiller;Anomalies"_s;
 
-HardwareInfo machine(const std::optional<QString> &serial, const QString &modelName = u"MacBook Pro"_s)
+HardwareInfo machine(const std::optional<QString> &serial)
 {
     HardwareInfo hardware;
-    hardware.modelName = modelName;
+    hardware.modelName = u"MacBook Pro"_s;
     hardware.modelIdentifier = u"MacBookPro18,3"_s;
     hardware.serialNumber = serial;
     hardware.chip = u"Apple M1 Pro"_s;
@@ -42,20 +43,11 @@ DiagnosticsReport reportOf(const QList<CheckStatus> &statuses)
     return report;
 }
 
-StorageVolume volume(const QString &name, double totalBytes, bool isInternal)
+StorageVolume volume(double totalBytes, bool isInternal)
 {
     StorageVolume result;
-    result.name = name;
     result.totalBytes = totalBytes;
     result.isInternal = isInternal;
-    return result;
-}
-
-BatteryInfo battery(qint64 health, qint64 cycles)
-{
-    BatteryInfo result;
-    result.healthPercent = health;
-    result.cycleCount = cycles;
     return result;
 }
 
@@ -67,20 +59,9 @@ QByteArray fileBytes(const QString &path)
 
 void writeFile(const QString &path, const QByteArray &bytes)
 {
-    QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     file.write(bytes);
-}
-
-// One well-formed journal entry as a file would hold it, keys in an unusual order.
-QByteArray storedEntry(const QString &serial)
-{
-    return R"({"faultCount":0,"warningCount":0,"headline":"Aucun problème détecté","memory":"8 GB",)"
-           R"("chip":"Apple M2","modelIdentifier":"Mac14,2","modelName":"MacBook Air",)"
-           R"("date":816509107,"serialNumber":")"
-        + serial.toUtf8() + R"(","id":")" + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().toUtf8()
-        + R"("})";
 }
 
 QStringList serials(const History &history)
@@ -129,19 +110,15 @@ private Q_SLOTS:
         QTest::addColumn<qint64>("msecsBetween");
         QTest::addColumn<bool>("replaced");
 
-        const std::optional<QString> serialA = u"C02AAAAAAAAA"_s;
-        const std::optional<QString> serialB = u"C02BBBBBBBBB"_s;
+        const std::optional<QString> a = u"C02AAAAAAAAA"_s;
         const std::optional<QString> none;
-        const qint64 minute = 60 * 1000;
-        QTest::newRow("same Mac 59 min apart") << serialA << serialA << 59 * minute << true;
-        QTest::newRow("same Mac 61 min apart") << serialA << serialA << 61 * minute << false;
-        QTest::newRow("same Mac exactly one hour apart") << serialA << serialA << 60 * minute << false;
-        QTest::newRow("same Mac one millisecond short of an hour") << serialA << serialA << 60 * minute - 1 << true;
-        QTest::newRow("clock set back ten minutes") << serialA << serialA << -10 * minute << true;
+        QTest::newRow("same Mac 59 min apart") << a << a << 59 * minute << true;
+        QTest::newRow("same Mac 61 min apart") << a << a << 61 * minute << false;
+        QTest::newRow("same Mac exactly one hour apart") << a << a << 60 * minute << false;
+        QTest::newRow("clock set back ten minutes") << a << a << -10 * minute << true;
         QTest::newRow("two Macs without serial within the hour") << none << none << 5 * minute << true;
-        QTest::newRow("serial then no serial") << serialA << none << 5 * minute << false;
-        QTest::newRow("no serial then serial") << none << serialA << 5 * minute << false;
-        QTest::newRow("different serials within the hour") << serialA << serialB << 5 * minute << false;
+        QTest::newRow("serial then no serial") << a << none << 5 * minute << false;
+        QTest::newRow("different serials within the hour") << a << std::optional(u"C02B"_s) << 5 * minute << false;
     }
 
     void secondCheckReplacesOrAdds()
@@ -172,38 +149,19 @@ private Q_SLOTS:
         auto history = openHistory();
         QAbstractItemModelTester tester(history.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
         recordAt(*history, 0, u"A"_s);
-        recordAt(*history, 60 * 1000, u"B"_s);
+        recordAt(*history, minute, u"B"_s);
         QSignalSpy inserted(history.get(), &QAbstractItemModel::rowsInserted);
         QSignalSpy changed(history.get(), &QAbstractItemModel::dataChanged);
         QSignalSpy countChanged(history.get(), &History::countChanged);
-        QSignalSpy entriesChanged(history.get(), &History::entriesChanged);
 
-        recordAt(*history, 2 * 60 * 1000, u"A"_s, {CheckStatus::attention, CheckStatus::attention});
+        recordAt(*history, 2 * minute, u"A"_s, {CheckStatus::attention, CheckStatus::attention});
 
         QCOMPARE(serials(*history), (QStringList{u"B"_s, u"A"_s}));
-        QCOMPARE(history->entries().at(1).headline, u"2 points à surveiller"_s);
-        QCOMPARE(history->entries().at(1).warningCount, 2);
+        QCOMPARE(history->data(history->index(1), History::HeadlineRole).toString(), u"2 points à surveiller"_s);
         QCOMPARE(inserted.count(), 0);
         QCOMPARE(changed.count(), 1);
         QCOMPARE(changed.first().at(0).toModelIndex().row(), 1);
         QCOMPARE(countChanged.count(), 0);
-        QCOMPARE(entriesChanged.count(), 1);
-        QCOMPARE(history->data(history->index(1), History::HeadlineRole).toString(), u"2 points à surveiller"_s);
-    }
-
-    // Only the first line of that machine in list order is looked at: an older line of
-    // the same machine stays.
-    void onlyTheNewestLineOfAMachineIsReplaced()
-    {
-        auto history = openHistory();
-        const qint64 minute = 60 * 1000;
-        recordAt(*history, 0, u"A"_s);
-        recordAt(*history, 61 * minute, u"A"_s);
-        recordAt(*history, 70 * minute, u"A"_s, {CheckStatus::alerte, CheckStatus::alerte});
-        QCOMPARE(history->count(), 2);
-        QCOMPARE(history->entries().at(0).date, morning.addMSecs(70 * minute));
-        QCOMPARE(history->entries().at(0).faultCount, 2);
-        QCOMPARE(history->entries().at(1).date, morning);
     }
 
     void entryTakesTheRecords_data()
@@ -211,14 +169,11 @@ private Q_SLOTS:
         QTest::addColumn<QList<StorageVolume>>("volumes");
         QTest::addColumn<std::optional<double>>("storageBytes");
 
-        const StorageVolume external = volume(u"Sauvegarde"_s, 2000398934016, false);
-        const StorageVolume internal = volume(u"Macintosh HD"_s, 494384795648, true);
-        const StorageVolume secondInternal = volume(u"Données"_s, 1000000000000, true);
-        QTest::newRow("internal volume after an external one")
-            << QList<StorageVolume>{external, internal, secondInternal} << std::optional<double>(494384795648);
+        QTest::newRow("the internal volume, though not first")
+            << QList<StorageVolume>{volume(2e12, false), volume(494384795648, true), volume(1e12, true)}
+            << std::optional<double>(494384795648);
         QTest::newRow("only external volumes: the first")
-            << QList<StorageVolume>{external, volume(u"Clé"_s, 64000000000, false)}
-            << std::optional<double>(2000398934016);
+            << QList<StorageVolume>{volume(2e12, false), volume(64e9, false)} << std::optional<double>(2e12);
         QTest::newRow("no volume") << QList<StorageVolume>{} << std::optional<double>();
     }
 
@@ -227,17 +182,14 @@ private Q_SLOTS:
         QFETCH(QList<StorageVolume>, volumes);
         QFETCH(std::optional<double>, storageBytes);
 
+        BatteryInfo battery;
+        battery.healthPercent = 91;
+        battery.cycleCount = 123;
         auto history = openHistory();
-        history->record(machine(u"C02XK1ABCD"_s), battery(91, 123), volumes,
+        history->record(machine(u"C02XK1ABCD"_s), battery, volumes,
                         reportOf({CheckStatus::attention, CheckStatus::alerte, CheckStatus::info, CheckStatus::alerte}));
-        QCOMPARE(history->count(), 1);
         const HistoryEntry entry = history->entries().first();
         QCOMPARE(entry.date, morning);
-        QCOMPARE(entry.modelName, u"MacBook Pro"_s);
-        QCOMPARE(entry.modelIdentifier, u"MacBookPro18,3"_s);
-        QCOMPARE(entry.serialNumber, u"C02XK1ABCD"_s);
-        QCOMPARE(entry.chip, u"Apple M1 Pro"_s);
-        QCOMPARE(entry.memory, u"16 GB"_s);
         QCOMPARE(entry.storageBytes, storageBytes);
         QCOMPARE(entry.batteryHealth, 91);
         QCOMPARE(entry.batteryCycles, 123);
@@ -249,8 +201,8 @@ private Q_SLOTS:
     void recordNeedsHardwareAndReport()
     {
         auto history = openHistory();
-        history->record(std::nullopt, battery(91, 123), {}, reportOf({CheckStatus::ok}));
-        history->record(machine(u"A"_s), battery(91, 123), {}, std::nullopt);
+        history->record(std::nullopt, std::nullopt, {}, reportOf({CheckStatus::ok}));
+        history->record(machine(u"A"_s), std::nullopt, {}, std::nullopt);
         QCOMPARE(history->count(), 0);
         QVERIFY(!QFile::exists(journalPath()));
     }
@@ -258,88 +210,56 @@ private Q_SLOTS:
     // The 501st distinct machine pushes the oldest line out.
     void journalKeepsAtMost500Lines()
     {
-        QByteArray stored = "[";
+        QList<HistoryEntry> stored;
         for (int i = 500; i >= 1; --i)
-            stored += (i < 500 ? "," : "") + storedEntry(u"S%1"_s.arg(i));
-        writeFile(journalPath(), stored + ']');
+            stored.append(HistoryEntry{.date = morning, .serialNumber = u"S%1"_s.arg(i)});
+        writeFile(journalPath(), HistoryFile::encode(stored));
 
         auto history = openHistory();
         QCOMPARE(history->count(), 500);
         QAbstractItemModelTester tester(history.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QSignalSpy removed(history.get(), &QAbstractItemModel::rowsRemoved);
-
         recordAt(*history, 0, u"S501"_s);
 
         QCOMPARE(history->count(), 500);
-        QCOMPARE(history->entries().first().serialNumber, u"S501"_s);
-        QCOMPARE(history->entries().at(1).serialNumber, u"S500"_s);
-        QCOMPARE(history->entries().last().serialNumber, u"S2"_s);
-        QCOMPARE(removed.count(), 1);
-        QCOMPARE(removed.first().at(1).toInt(), 500);
+        QCOMPARE(serials(*history).mid(0, 2), (QStringList{u"S501"_s, u"S500"_s}));
+        QCOMPARE(serials(*history).last(), u"S2"_s);
         QCOMPARE(openHistory()->count(), 500);
     }
 
-    void journalIsReadBackAtStart()
-    {
-        {
-            auto history = openHistory();
-            recordAt(*history, 250, u"A"_s, {CheckStatus::attention});
-            m_clock->moment = morning.addSecs(2 * 3600);
-            history->record(machine(std::nullopt, u"Mac \"Studio\"\n2023"_s), battery(88, 1001),
-                            {volume(u"Macintosh HD"_s, 994662584320, true)}, reportOf({}));
-        }
-        auto first = openHistory();
-        auto second = openHistory();
-        QCOMPARE(second->count(), 2);
-        QCOMPARE(second->entries(), first->entries());
-        const HistoryEntry newest = second->entries().at(0);
-        QCOMPARE(newest.modelName, u"Mac \"Studio\"\n2023"_s);
-        QCOMPARE(newest.serialNumber, std::nullopt);
-        QCOMPARE(newest.storageBytes, 994662584320.0);
-        QCOMPARE(newest.batteryCycles, 1001);
-        QCOMPARE(second->entries().at(1).date, morning.addMSecs(250));
-        QVERIFY(!second->hadUnreadableFile());
-    }
-
     // The file holds the fields in their order, the identifier in upper case, the date in
-    // seconds since 2001, and no key for an absent value.
-    void journalFileFormat()
+    // seconds since 2001 and no key for an absent value; it is private and read back whole.
+    void journalFile()
     {
         auto history = openHistory();
         m_clock->moment = morning.addMSecs(250);
-        history->record(machine(u"C02XK1ABCD"_s), battery(91, 123), {volume(u"Macintosh HD"_s, 494384795648, true)},
+        BatteryInfo battery;
+        battery.healthPercent = 91;
+        battery.cycleCount = 123;
+        history->record(machine(u"C02XK1ABCD"_s), battery, {volume(494384795648, true)},
                         reportOf({CheckStatus::attention}));
-        m_clock->moment = morning.addSecs(2 * 3600);
-        history->record(machine(std::nullopt), std::nullopt, {}, reportOf({}));
+        recordAt(*history, 2 * 60 * minute, std::nullopt, {});
 
         const QByteArray newestId = history->entries().at(0).id.toString(QUuid::WithoutBraces).toUpper().toUtf8();
         const QByteArray oldestId = history->entries().at(1).id.toString(QUuid::WithoutBraces).toUpper().toUtf8();
-        // 2026-11-16 is 9450 days after 2001-01-01: 816480000 s, plus 08:05:07.25.
-        // Written with single quotes for readability; each stands for a double quote.
+        // 2026-11-16 is 9450 days after 2001-01-01, 816480000 s; 08:05:07 adds 29107 s.
+        // Single quotes stand for double quotes.
         const QByteArray expected =
             QByteArray("[{'id':'" + newestId
                        + "','date':816516307,'modelName':'MacBook Pro','modelIdentifier':'MacBookPro18,3',"
                          "'chip':'Apple M1 Pro','memory':'16 GB','headline':'Aucun problème détecté',"
-                         "'warningCount':0,'faultCount':0},"
-                         "{'id':'"
+                         "'warningCount':0,'faultCount':0},{'id':'"
                        + oldestId
                        + "','date':816509107.25,'modelName':'MacBook Pro','modelIdentifier':'MacBookPro18,3',"
-                         "'serialNumber':'C02XK1ABCD','chip':'Apple M1 Pro','memory':'16 GB','storageBytes':494384795648,"
-                         "'batteryHealth':91,'batteryCycles':123,'headline':'1 point à surveiller',"
-                         "'warningCount':1,'faultCount':0}]")
+                         "'serialNumber':'C02XK1ABCD','chip':'Apple M1 Pro','memory':'16 GB',"
+                         "'storageBytes':494384795648,'batteryHealth':91,'batteryCycles':123,"
+                         "'headline':'1 point à surveiller','warningCount':1,'faultCount':0}]")
                 .replace('\'', '"');
         QCOMPARE(fileBytes(journalPath()), expected);
-    }
 
-    void journalFileIsPrivate()
-    {
-        auto history = openHistory();
-        recordAt(*history, 0, u"A"_s);
-        const QFileDevice::Permissions permissions = QFile::permissions(journalPath());
-        QVERIFY(permissions.testFlags(QFileDevice::ReadOwner | QFileDevice::WriteOwner));
-        const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
-            | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
-        QCOMPARE(permissions & others, QFileDevice::Permissions());
+        const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup
+            | QFileDevice::ReadOther | QFileDevice::WriteOther;
+        QCOMPARE(QFile::permissions(journalPath()) & others, QFileDevice::Permissions());
+        QCOMPARE(openHistory()->entries(), history->entries());
     }
 
     void fileReading_data()
@@ -347,29 +267,22 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("stored");
         QTest::addColumn<int>("count"); // -1: unreadable
 
-        const QByteArray id = QUuid::createUuid().toString(QUuid::WithoutBraces).toUtf8();
-        const QByteArray required = R"("modelName":"iMac","modelIdentifier":"iMac21,1","chip":"Apple M1",)"
-                                    R"("memory":"8 GB","headline":"Aucun problème détecté","warningCount":0,)"
-                                    R"("faultCount":0,"date":816509107.5)";
-        auto entry = [&](const QByteArray &members) -> QByteArray { return "[{\"id\":\"" + id + "\"," + members + "}]"; };
+        const QByteArray id = "\"id\":\"" + QUuid::createUuid().toString(QUuid::WithoutBraces).toUtf8() + "\",";
+        const QByteArray required = "\"faultCount\":0,\"warningCount\":0,\"headline\":\"Aucun problème détecté\","
+                                    "\"memory\":\"8 GB\",\"chip\":\"Apple M1\",\"modelIdentifier\":\"iMac21,1\","
+                                    "\"modelName\":\"iMac\",\"date\":816509107.5";
+        auto journal = [&](const QByteArray &members) -> QByteArray { return "[{" + id + members + "}]"; };
 
-        QTest::newRow("empty array") << QByteArray("[]") << 0;
-        QTest::newRow("lower-case identifier, optional keys missing") << entry(required) << 1;
-        QTest::newRow("optional keys written as null")
-            << entry(required + R"(,"serialNumber":null,"storageBytes":null,"batteryHealth":null)") << 1;
-        QTest::newRow("unknown keys ignored") << entry(required + R"(,"note":"ajouté à la main")") << 1;
-        QTest::newRow("whole counts written with a fraction") << entry(required + R"(,"batteryCycles":12.0)") << 1;
+        QTest::newRow("keys in any order, lower-case identifier, optionals missing") << journal(required) << 1;
+        QTest::newRow("optionals written as null")
+            << journal(required + ",\"serialNumber\":null,\"batteryHealth\":null") << 1;
+        QTest::newRow("unknown keys ignored") << journal(required + ",\"note\":\"à revoir\"") << 1;
         QTest::newRow("empty file") << QByteArray() << -1;
-        QTest::newRow("cut short") << entry(required).chopped(3) << -1;
+        QTest::newRow("cut short") << journal(required).chopped(3) << -1;
         QTest::newRow("object instead of array") << QByteArray("{}") << -1;
-        QTest::newRow("required key missing") << entry(R"("modelName":"iMac","date":0)") << -1;
-        QTest::newRow("date as text") << entry(QByteArray(required).replace("816509107.5", "\"hier\"")) << -1;
-        QTest::newRow("count with a fraction") << entry(required + R"(,"batteryHealth":91.5)") << -1;
-        QTest::newRow("serial number as a number") << entry(required + R"(,"serialNumber":12)") << -1;
-        QTest::newRow("identifier that is no UUID")
-            << QByteArray("[{\"id\":\"journal\"," + required + "}]") << -1;
-        QTest::newRow("one bad entry among good ones")
-            << QByteArray("[" + entry(required).mid(1).chopped(1) + ",{\"id\":\"x\"}]") << -1;
+        QTest::newRow("required key missing") << journal("\"modelName\":\"iMac\",\"date\":0") << -1;
+        QTest::newRow("count with a fraction") << journal(required + ",\"batteryHealth\":91.5") << -1;
+        QTest::newRow("identifier that is no UUID") << QByteArray("[{\"id\":\"x\"," + required + "}]") << -1;
     }
 
     void fileReading()
@@ -381,12 +294,9 @@ private Q_SLOTS:
         auto history = openHistory();
         QCOMPARE(history->count(), std::max(count, 0));
         QCOMPARE(history->hadUnreadableFile(), count < 0);
-        // Starting never touches the file.
-        QCOMPARE(fileBytes(journalPath()), stored);
-        if (count > 0) {
-            QCOMPARE(history->entries().first().modelName, u"iMac"_s);
+        QCOMPARE(fileBytes(journalPath()), stored); // starting never touches the file
+        if (count > 0)
             QCOMPARE(history->entries().first().date, QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7, 500), Qt::UTC));
-        }
     }
 
     // A damaged journal is renamed before the first save, never overwritten.
@@ -395,17 +305,14 @@ private Q_SLOTS:
         const QByteArray damaged = "[{\"id\":\"1F0C2A4E-";
         writeFile(journalPath(), damaged);
         auto history = openHistory();
-        QCOMPARE(history->count(), 0);
-
         recordAt(*history, 0, u"A"_s);
-        recordAt(*history, 2 * 3600 * 1000, u"B"_s);
+        recordAt(*history, 2 * 60 * minute, u"B"_s);
 
         const QString aside = m_folder->filePath(u"journal-illisible-2026-11-16.json"_s);
         QCOMPARE(fileBytes(aside), damaged);
-        QCOMPARE(openHistory()->count(), 2);
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 2);
+        QCOMPARE(serials(*openHistory()), (QStringList{u"B"_s, u"A"_s}));
 
-        // A second damaged journal on the same day keeps the first one aside too.
+        // A second damaged journal on the same day does not replace the first one.
         writeFile(journalPath(), "[1]");
         recordAt(*openHistory(), 0, u"C"_s);
         QCOMPARE(fileBytes(aside), damaged);
@@ -413,42 +320,20 @@ private Q_SLOTS:
         QCOMPARE(serials(*openHistory()), QStringList{u"C"_s});
     }
 
-    // A journal that cannot be written still works in memory.
-    void saveErrorsAreIgnored()
-    {
-        writeFile(m_folder->filePath(u"fichier"_s), "x");
-        History history(m_clock, m_folder->filePath(u"fichier/Quillon"_s));
-        recordAt(history, 0, u"A"_s);
-        recordAt(history, 2 * 3600 * 1000, u"B"_s);
-        QCOMPARE(serials(history), (QStringList{u"B"_s, u"A"_s}));
-        history.remove(history.entries().first());
-        QCOMPARE(serials(history), QStringList{u"A"_s});
-    }
-
     void removeAndClear()
     {
         auto history = openHistory();
         QAbstractItemModelTester tester(history.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        const qint64 hours = 2 * 3600 * 1000;
-        recordAt(*history, 0, u"A"_s);
-        recordAt(*history, hours, u"B"_s);
-        recordAt(*history, 2 * hours, u"C"_s);
-        QSignalSpy countChanged(history.get(), &History::countChanged);
+        for (int i = 0; i < 3; ++i)
+            recordAt(*history, i * 2 * 60 * minute, QString(QChar(u'A' + i)));
 
         history->remove(history->entries().at(1));
-        QCOMPARE(serials(*history), (QStringList{u"C"_s, u"A"_s}));
         QCOMPARE(serials(*openHistory()), (QStringList{u"C"_s, u"A"_s}));
-        QCOMPARE(countChanged.count(), 1);
-
-        history->removeById(QUuid::createUuid().toString());
-        QCOMPARE(history->count(), 2);
-
         history->removeById(history->data(history->index(0), History::IdRole).toString());
         QCOMPARE(serials(*history), QStringList{u"A"_s});
 
         history->clear();
         QCOMPARE(history->count(), 0);
-        QCOMPARE(countChanged.count(), 3);
         QCOMPARE(fileBytes(journalPath()), QByteArray("[]"));
     }
 
@@ -457,13 +342,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("cell");
         QTest::addColumn<QString>("written");
 
-        QTest::newRow("plain text with a comma") << u"MacBookPro18,3"_s << u"MacBookPro18,3"_s;
+        QTest::newRow("comma left alone") << u"MacBookPro18,3"_s << u"MacBookPro18,3"_s;
         QTest::newRow("semicolon") << u"Mac mini; M2"_s << u"\"Mac mini; M2\""_s;
         QTest::newRow("double quotes doubled") << u"Écran \"Studio\""_s << u"\"Écran \"\"Studio\"\"\""_s;
         QTest::newRow("line feed") << u"ligne 1\nligne 2"_s << u"\"ligne 1\nligne 2\""_s;
         QTest::newRow("carriage return alone") << u"ligne 1\rligne 2"_s << u"ligne 1\rligne 2"_s;
-        QTest::newRow("lone quote") << u"\""_s << u"\"\"\"\""_s;
-        QTest::newRow("empty") << QString() << QString();
     }
 
     void csvCellEscaping()
@@ -473,55 +356,46 @@ private Q_SLOTS:
         QCOMPARE(HistoryCsv::escapedCell(cell), written);
     }
 
-    void csvOfAnEmptyJournal()
-    {
-        QCOMPARE(openHistory()->csv(), csvHeader + u'\n');
-    }
-
     void csvText()
     {
-        HistoryEntry desktop;
-        desktop.date = QDateTime(QDate(2026, 11, 16), QTime(10, 30), Qt::OffsetFromUTC, 3600);
-        desktop.modelName = u"Mac mini; M2"_s;
-        desktop.modelIdentifier = u"Mac14,3"_s;
-        desktop.chip = u"Apple M2"_s;
-        desktop.memory = u"8 GB"_s;
-        desktop.headline = u"Le \"Studio\" a 2 anomalies"_s;
-        desktop.warningCount = 1;
-        desktop.faultCount = 2;
+        QCOMPARE(HistoryCsv::text({}), csvHeader + u'\n');
 
-        HistoryEntry laptop;
-        laptop.date = morning.addMSecs(999);
-        laptop.modelName = u"MacBook Pro"_s;
-        laptop.modelIdentifier = u"MacBookPro18,3"_s;
-        laptop.serialNumber = u"C02XK1ABCD"_s;
-        laptop.chip = u"Apple M1 Pro"_s;
-        laptop.memory = u"16 GB"_s;
-        laptop.storageBytes = 494384795648;
-        laptop.batteryHealth = 91;
-        laptop.batteryCycles = 123;
-        laptop.headline = u"1 point à surveiller"_s;
-        laptop.warningCount = 1;
-
+        const HistoryEntry desktop{.date = QDateTime(QDate(2026, 11, 16), QTime(10, 30), Qt::OffsetFromUTC, 3600),
+                                   .modelName = u"Mac mini; M2"_s,
+                                   .modelIdentifier = u"Mac14,3"_s,
+                                   .chip = u"Apple M2"_s,
+                                   .memory = u"8 GB"_s,
+                                   .headline = u"Le \"Studio\" a 2 anomalies"_s,
+                                   .warningCount = 1,
+                                   .faultCount = 2};
+        const HistoryEntry laptop{.date = morning.addMSecs(999),
+                                  .modelName = u"MacBook Pro"_s,
+                                  .modelIdentifier = u"MacBookPro18,3"_s,
+                                  .serialNumber = u"C02XK1ABCD"_s,
+                                  .chip = u"Apple M1 Pro"_s,
+                                  .memory = u"16 GB"_s,
+                                  .storageBytes = 494384795648,
+                                  .batteryHealth = 91,
+                                  .batteryCycles = 123,
+                                  .headline = u"1 point à surveiller"_s,
+                                  .warningCount = 1};
         const QString expected = csvHeader + u'\n'
             + u"2026-11-16T09:30:00Z;\"Mac mini; M2\";Mac14,3;;Apple M2;8 GB;;;;\"Le \"\"Studio\"\" a 2 anomalies\";1;2\n"_s
             + u"2026-11-16T08:05:07Z;MacBook Pro;MacBookPro18,3;C02XK1ABCD;Apple M1 Pro;16 GB;494,38\u00A0Go;91;123;"_s
             + u"1 point à surveiller;1;0\n"_s;
         QCOMPARE(HistoryCsv::text({desktop, laptop}), expected);
+        QCOMPARE(HistoryCsv::exportBytes({desktop, laptop}), QByteArray("\xEF\xBB\xBF" + expected.toUtf8()));
     }
 
-    void csvExport()
+    void csvExportReplacesTheFile()
     {
         auto history = openHistory();
         recordAt(*history, 0, u"A"_s);
         const QString target = m_folder->filePath(u"Quillon-journal.csv"_s);
-        writeFile(target, "ancien contenu plus long que le nouveau, qui doit disparaître entièrement");
+        writeFile(target, "un ancien fichier plus long que le nouveau, qui doit disparaître en entier");
 
         QCOMPARE(history->exportCsv(target), QString());
-        const QByteArray bytes = fileBytes(target);
-        QVERIFY(bytes.startsWith("\xEF\xBB\xBF" "Date;Mod\xC3\xA8le;"));
-        QCOMPARE(bytes.mid(3), history->csv().toUtf8());
-
+        QCOMPARE(fileBytes(target), HistoryCsv::exportBytes(history->entries()));
         QVERIFY(!history->exportCsv(m_folder->filePath(u"absent/Quillon-journal.csv"_s)).isEmpty());
     }
 };
