@@ -72,6 +72,27 @@ inline Platform platformAnswering(const QString &dataType, const QByteArray &ite
     return platformWith(profiler);
 }
 
+using InventoryOperation = Result<QList<DeviceNode>> (*)(const Platform &);
+
+// The nodes an operation builds from `{"<dataType>": [<items>]}`; a failure is reported and
+// gives no nodes.
+inline QList<DeviceNode> nodesOf(InventoryOperation operation, const QString &dataType, const QByteArray &itemsJson)
+{
+    const Result<QList<DeviceNode>> result = operation(platformAnswering(dataType, itemsJson));
+    if (!result.ok()) {
+        qWarning("%s", qPrintable(result.failure().description()));
+        return {};
+    }
+    return result.value();
+}
+
+// The only node built from one item, or an empty node when there is not exactly one.
+inline DeviceNode onlyNode(InventoryOperation operation, const QString &dataType, const QByteArray &itemJson)
+{
+    const QList<DeviceNode> nodes = nodesOf(operation, dataType, itemJson);
+    return nodes.size() == 1 ? nodes.first() : DeviceNode();
+}
+
 // One of the captures shipped with the project.
 inline std::optional<Platform> capturePlatform(const QString &name)
 {
@@ -92,15 +113,6 @@ inline QStringList rowTexts(const QList<InfoRow> &rows)
     return out;
 }
 
-// Names of the nodes of a tree in depth-first order, each indented by two spaces per level.
-inline QStringList treeOutline(const QList<DeviceNode> &roots)
-{
-    QStringList out;
-    for (const auto &[node, depth] : flattenedAll(roots))
-        out.append(QString(depth * 2, u' ') + node.name);
-    return out;
-}
-
 inline QStringList names(const QList<DeviceNode> &nodes)
 {
     QStringList out;
@@ -109,16 +121,29 @@ inline QStringList names(const QList<DeviceNode> &nodes)
     return out;
 }
 
-// The node of a tree with that name, at any depth; fails the test when there is none.
-inline const DeviceNode *findNode(const QList<DeviceNode> &roots, const QString &name)
+inline const char *statusName(DeviceStatus status)
 {
-    for (const DeviceNode &node : roots) {
-        if (node.name == name)
-            return &node;
-        if (const DeviceNode *found = findNode(node.children, name))
-            return found;
+    static const char *const statusNames[] = {"connected", "disconnected", "warning", "neutral"};
+    return statusNames[int(status)];
+}
+
+// A tree as a technician reads it, one line per node, "name | subtitle | symbol | status"
+// ("-" for no subtitle, "| built in" added for a built-in device), followed by its rows
+// "label = value"; each level of depth indents by four spaces, rows by two more.
+inline QStringList describeTree(const QList<DeviceNode> &roots)
+{
+    QStringList out;
+    for (const auto &[node, depth] : flattenedAll(roots)) {
+        const QString indent(depth * 4, u' ');
+        QString line = indent + node.name + QStringLiteral(" | ") + node.subtitle.value_or(QStringLiteral("-"))
+            + QStringLiteral(" | ") + node.symbol + QStringLiteral(" | ") + QLatin1StringView(statusName(node.status));
+        if (node.isBuiltIn)
+            line += QStringLiteral(" | built in");
+        out.append(line);
+        for (const QString &row : rowTexts(node.rows))
+            out.append(indent + QStringLiteral("  ") + row);
     }
-    return nullptr;
+    return out;
 }
 
 Q_DECLARE_METATYPE(DeviceStatus)
@@ -131,14 +156,8 @@ inline char *toString(const std::optional<QString> &value)
     return value ? toString(u'"' + *value + u'"') : qstrdup("nothing");
 }
 template <>
-inline char *toString(const std::optional<bool> &value)
-{
-    return value ? qstrdup(*value ? "true" : "false") : qstrdup("nothing");
-}
-template <>
 inline char *toString(const DeviceStatus &status)
 {
-    static const char *const names[] = {"connected", "disconnected", "warning", "neutral"};
-    return qstrdup(names[int(status)]);
+    return qstrdup(statusName(status));
 }
 } // namespace QTest

@@ -52,6 +52,30 @@ QList<StorageVolume> storageOf(const QByteArray &itemsJson)
     return result.value();
 }
 
+// A volume in one line: "name | total / free | file system | mount point | internal or
+// external | S.M.A.R.T. wording | verified, not verified or - | device", "-" for what is absent.
+QString describeVolume(const StorageVolume &volume)
+{
+    const QString none = u"-"_s;
+    const QString verdict = !volume.smartIsVerified ? none
+        : *volume.smartIsVerified                   ? u"verified"_s
+                                                    : u"not verified"_s;
+    return QStringList{volume.name,
+                       QString::number(volume.totalBytes, 'f', 0) + u" / "_s + QString::number(volume.freeBytes, 'f', 0),
+                       volume.fileSystem.value_or(none), volume.mountPoint.value_or(none),
+                       volume.isInternal ? u"internal"_s : u"external"_s, volume.smartStatus.value_or(none), verdict,
+                       volume.deviceName.value_or(none)}
+        .join(u" | "_s);
+}
+
+QStringList describeVolumes(const QList<StorageVolume> &volumes)
+{
+    QStringList out;
+    for (const StorageVolume &volume : volumes)
+        out.append(describeVolume(volume));
+    return out;
+}
+
 QStringList volumeNames(const QList<StorageVolume> &volumes)
 {
     QStringList out;
@@ -153,70 +177,38 @@ void TestStorageInventory::keptVolumesAndOrder()
 void TestStorageInventory::volumeFields_data()
 {
     QTest::addColumn<QByteArray>("item");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<double>("totalBytes");
-    QTest::addColumn<double>("freeBytes");
-    QTest::addColumn<std::optional<QString>>("fileSystem");
-    QTest::addColumn<std::optional<QString>>("mountPoint");
-    QTest::addColumn<bool>("isInternal");
-    QTest::addColumn<std::optional<QString>>("smartStatus");
-    QTest::addColumn<std::optional<bool>>("smartIsVerified");
-    QTest::addColumn<std::optional<QString>>("deviceName");
+    QTest::addColumn<QString>("volume");
 
-    const std::optional<QString> none;
-    QTest::newRow("internal volume, verified") << QByteArray(R"json({"_name": "Macintosh HD", "file_system": "APFS",
-        "mount_point": "/", "size_in_bytes": 494384795648, "free_space_in_bytes": 187362746368,
-        "physical_drive": {"device_name": "APPLE SSD AP0512R", "is_internal_disk": "yes", "smart_status": "Verified"}})json")
-        << u"Macintosh HD"_s << 494384795648.0 << 187362746368.0 << std::optional(u"APFS"_s) << std::optional(u"/"_s)
-        << true << std::optional(u"Vérifié"_s) << std::optional(true) << std::optional(u"APPLE SSD AP0512R"_s);
-    QTest::newRow("failing disk") << QByteArray(R"json({"_name": "HD", "size_in_bytes": 1000,
+    QTest::newRow("failing disk") << QByteArray(R"json({"_name": "HD", "size_in_bytes": 1000, "file_system": "HFS+",
         "physical_drive": {"device_name": "WDC", "is_internal_disk": "yes", "smart_status": "Failing"}})json")
-        << u"HD"_s << 1000.0 << 0.0 << none << none << true << std::optional(u"Failing"_s) << std::optional(false)
-        << std::optional(u"WDC"_s);
+        << u"HD | 1000 / 0 | HFS+ | - | internal | Failing | not verified | WDC"_s;
     QTest::newRow("verified spelt in lower case is not verified") << QByteArray(R"json({"_name": "HD",
         "physical_drive": {"smart_status": "verified"}})json")
-        << u"HD"_s << 0.0 << 0.0 << none << none << false << std::optional(u"verified"_s) << std::optional(false) << none;
-    QTest::newRow("drive without smart status") << QByteArray(R"json({"_name": "Clé",
+        << u"HD | 0 / 0 | - | - | external | verified | not verified | -"_s;
+    QTest::newRow("drive without smart status") << QByteArray(R"json({"_name": "Clé", "mount_point": "/Volumes/Clé",
         "physical_drive": {"device_name": "Cruzer", "is_internal_disk": "no"}})json")
-        << u"Clé"_s << 0.0 << 0.0 << none << none << false << none << std::optional<bool>() << std::optional(u"Cruzer"_s);
+        << u"Clé | 0 / 0 | - | /Volumes/Clé | external | - | - | Cruzer"_s;
     QTest::newRow("empty smart status counts as none") << QByteArray(R"json({"_name": "Clé",
-        "physical_drive": {"smart_status": ""}})json")
-        << u"Clé"_s << 0.0 << 0.0 << none << none << false << none << std::optional<bool>() << none;
+        "physical_drive": {"smart_status": ""}})json") << u"Clé | 0 / 0 | - | - | external | - | - | -"_s;
     QTest::newRow("internal written with a capital") << QByteArray(R"json({"_name": "HD",
-        "physical_drive": {"is_internal_disk": "Yes"}})json")
-        << u"HD"_s << 0.0 << 0.0 << none << none << false << none << std::optional<bool>() << none;
+        "physical_drive": {"is_internal_disk": "Yes"}})json") << u"HD | 0 / 0 | - | - | external | - | - | -"_s;
     QTest::newRow("internal written as a boolean") << QByteArray(R"json({"_name": "HD",
-        "physical_drive": {"is_internal_disk": true}})json")
-        << u"HD"_s << 0.0 << 0.0 << none << none << false << none << std::optional<bool>() << none;
+        "physical_drive": {"is_internal_disk": true}})json") << u"HD | 0 / 0 | - | - | external | - | - | -"_s;
     QTest::newRow("nothing but an empty name") << QByteArray(R"json({"_name": ""})json")
-        << u"Sans nom"_s << 0.0 << 0.0 << none << none << false << none << std::optional<bool>() << none;
+                                               << u"Sans nom | 0 / 0 | - | - | external | - | - | -"_s;
     QTest::newRow("sizes written as text") << QByteArray(R"json({"_name": "NAS", "size_in_bytes": "250000000000",
         "free_space_in_bytes": "1.5e9", "file_system": "SMB"})json")
-        << u"NAS"_s << 250000000000.0 << 1500000000.0 << std::optional(u"SMB"_s) << none << false << none
-        << std::optional<bool>() << none;
+        << u"NAS | 250000000000 / 1500000000 | SMB | - | external | - | - | -"_s;
     QTest::newRow("sizes with a unit are not sizes") << QByteArray(R"json({"_name": "NAS", "size_in_bytes": "250 GB",
-        "free_space_in_bytes": "12 GB"})json")
-        << u"NAS"_s << 0.0 << 0.0 << none << none << false << none << std::optional<bool>() << none;
+        "free_space_in_bytes": "12 GB"})json") << u"NAS | 0 / 0 | - | - | external | - | - | -"_s;
     QTest::newRow("drive that is not a dictionary") << QByteArray(R"json({"_name": "HD",
-        "physical_drive": ["APPLE SSD", "yes"]})json")
-        << u"HD"_s << 0.0 << 0.0 << none << none << false << none << std::optional<bool>() << none;
+        "physical_drive": ["APPLE SSD", "yes"]})json") << u"HD | 0 / 0 | - | - | external | - | - | -"_s;
 }
 
 void TestStorageInventory::volumeFields()
 {
     QFETCH(QByteArray, item);
-    const QList<StorageVolume> volumes = storageOf(item);
-    QCOMPARE(volumes.size(), 1);
-    const StorageVolume &volume = volumes.first();
-    QTEST(volume.name, "name");
-    QTEST(volume.totalBytes, "totalBytes");
-    QTEST(volume.freeBytes, "freeBytes");
-    QTEST(volume.fileSystem, "fileSystem");
-    QTEST(volume.mountPoint, "mountPoint");
-    QTEST(volume.isInternal, "isInternal");
-    QTEST(volume.smartStatus, "smartStatus");
-    QTEST(volume.smartIsVerified, "smartIsVerified");
-    QTEST(volume.deviceName, "deviceName");
+    QTEST(describeVolumes(storageOf(item)).join(u'\n'), "volume");
 }
 
 void TestStorageInventory::runsTheStorageReportOnce()
@@ -266,28 +258,11 @@ void TestStorageInventory::sampleCapture()
     QVERIFY(platform);
     const Result<QList<StorageVolume>> result = InventoryService::storage(*platform);
     QVERIFY(result.ok());
-    const QList<StorageVolume> &volumes = result.value();
-    QCOMPARE(volumeNames(volumes), (QStringList{u"Macintosh HD"_s, u"Sauvegarde"_s}));
-
-    const StorageVolume &system = volumes.at(0);
-    QCOMPARE(system.totalBytes, 494384795648.0);
-    QCOMPARE(system.freeBytes, 187362746368.0);
-    QCOMPARE(system.fileSystem, u"APFS"_s);
-    QCOMPARE(system.mountPoint, u"/"_s);
-    QVERIFY(system.isInternal);
-    QCOMPARE(system.smartStatus, u"Vérifié"_s);
-    QCOMPARE(system.smartIsVerified, true);
-    QCOMPARE(system.deviceName, u"APPLE SSD AP0512R"_s);
-
-    const StorageVolume &backup = volumes.at(1);
-    QCOMPARE(backup.totalBytes, 1000202039296.0);
-    QCOMPARE(backup.freeBytes, 412873195520.0);
-    QCOMPARE(backup.fileSystem, u"ExFAT"_s);
-    QCOMPARE(backup.mountPoint, u"/Volumes/Sauvegarde"_s);
-    QVERIFY(!backup.isInternal);
-    QCOMPARE(backup.smartStatus, std::nullopt);
-    QCOMPARE(backup.smartIsVerified, std::nullopt);
-    QCOMPARE(backup.deviceName, u"PSSD T7"_s);
+    QCOMPARE(describeVolumes(result.value()),
+             (QStringList{u"Macintosh HD | 494384795648 / 187362746368 | APFS | / | internal | Vérifié | verified | "
+                          "APPLE SSD AP0512R"_s,
+                          u"Sauvegarde | 1000202039296 / 412873195520 | ExFAT | /Volumes/Sauvegarde | external | - | - | "
+                          "PSSD T7"_s}));
 }
 
 // A nearly full internal disk, two kinds of disk image and a 2 TB USB disk.
@@ -297,15 +272,11 @@ void TestStorageInventory::storageMixCapture()
     QVERIFY(platform);
     const Result<QList<StorageVolume>> result = InventoryService::storage(*platform);
     QVERIFY(result.ok());
-    const QList<StorageVolume> &volumes = result.value();
-    QCOMPARE(volumeNames(volumes), (QStringList{u"Macintosh HD"_s, u"Archives"_s}));
-    QCOMPARE(volumes.at(0).mountPoint, u"/"_s);
-    QVERIFY(volumes.at(0).isInternal);
-    QCOMPARE(volumes.at(0).totalBytes, 245107195904.0);
-    QCOMPARE(volumes.at(0).freeBytes, 17850376192.0);
-    QVERIFY(!volumes.at(1).isInternal);
-    QCOMPARE(volumes.at(1).totalBytes, 2000398934016.0);
-    QCOMPARE(volumes.at(1).deviceName, u"Elements 25A2"_s);
+    QCOMPARE(describeVolumes(result.value()),
+             (QStringList{u"Macintosh HD | 245107195904 / 17850376192 | APFS | / | internal | Vérifié | verified | "
+                          "APPLE SSD AP0256Z"_s,
+                          u"Archives | 2000398934016 / 845712384000 | ExFAT | /Volumes/Archives | external | - | - | "
+                          "Elements 25A2"_s}));
 }
 
 QUILLON_TEST_MAIN(TestStorageInventory)
