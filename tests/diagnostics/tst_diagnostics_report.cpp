@@ -3,8 +3,6 @@
 
 #include "diagnostics/diagnostics_report.h"
 
-#include <QSet>
-
 using namespace Qt::StringLiterals;
 using namespace CheckTest;
 
@@ -47,7 +45,6 @@ private Q_SLOTS:
     void countsPerLevel();
     void levelPresentation_data();
     void levelPresentation();
-    void freshIdentifiers();
 };
 
 void DiagnosticsReportTest::summary_data()
@@ -135,19 +132,6 @@ void DiagnosticsReportTest::levelPresentation()
     QCOMPARE(CheckStatuses::label(status), label);
     QCOMPARE(CheckStatuses::symbol(status), symbol);
     QCOMPARE(int(CheckStatuses::colourRole(status)), colourRole);
-}
-
-void DiagnosticsReportTest::freshIdentifiers()
-{
-    const DiagnosticsReport first = reportOf(u"oooo"_s);
-    const DiagnosticsReport second = reportOf(u"oooo"_s);
-    QSet<QUuid> ids;
-    for (const DiagnosticsReport &report : {first, second}) {
-        for (const HardwareCheck &check : report.checks)
-            ids.insert(check.id);
-    }
-    QCOMPARE(ids.size(), 8);
-    QVERIFY(first.checks.first() != second.checks.first());
 }
 
 QUILLON_TEST_MAIN(DiagnosticsReportTest)
