@@ -134,6 +134,8 @@ void TestCorpusInventory::everyReport()
 
 void TestCorpusInventory::cleanupTestCase()
 {
+    if (m_filesRead.isEmpty())
+        return;
     int total = 0;
     for (const QString &dataType : deviceTypes + QStringList{storageType}) {
         total += m_filesRead.value(dataType);
