@@ -6,7 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A battery keeps a correct verdict from this share of its original capacity up.
+// Under this share of its original capacity a battery is something to watch; the watch
+// verdict writes this figure as the limit.
 constexpr qint64 healthyCapacityPercent = 80;
 // At or below this share the battery is a fault rather than something to watch.
 constexpr qint64 wornOutCapacityPercent = 69;
