@@ -12,7 +12,7 @@ namespace {
 
 const QString storageType = u"SPStorageDataType"_s;
 
-struct VolumeSpec
+struct ReportedVolume
 {
     QString name;
     double size = 0;
@@ -22,23 +22,23 @@ struct VolumeSpec
 };
 
 // One volume of the storage report, with only the keys that decide what is kept and where.
-QByteArray volumeJson(const VolumeSpec &spec)
+QByteArray volumeJson(const ReportedVolume &reported)
 {
-    QJsonObject volume{{u"_name"_s, spec.name}, {u"size_in_bytes"_s, spec.size}, {u"free_space_in_bytes"_s, 1000}};
-    if (!spec.mountPoint.isEmpty())
-        volume.insert(u"mount_point"_s, spec.mountPoint);
-    if (!spec.device.isEmpty()) {
-        volume.insert(u"physical_drive"_s, QJsonObject{{u"device_name"_s, spec.device},
-                                                       {u"is_internal_disk"_s, spec.internal ? u"yes"_s : u"no"_s}});
+    QJsonObject volume{{u"_name"_s, reported.name}, {u"size_in_bytes"_s, reported.size}, {u"free_space_in_bytes"_s, 1000}};
+    if (!reported.mountPoint.isEmpty())
+        volume.insert(u"mount_point"_s, reported.mountPoint);
+    if (!reported.device.isEmpty()) {
+        volume.insert(u"physical_drive"_s, QJsonObject{{u"device_name"_s, reported.device},
+                                                       {u"is_internal_disk"_s, reported.internal ? u"yes"_s : u"no"_s}});
     }
     return QJsonDocument(volume).toJson(QJsonDocument::Compact);
 }
 
-QByteArray volumesJson(const QList<VolumeSpec> &specs)
+QByteArray volumesJson(const QList<ReportedVolume> &volumes)
 {
     QByteArrayList parts;
-    for (const VolumeSpec &spec : specs)
-        parts.append(volumeJson(spec));
+    for (const ReportedVolume &reported : volumes)
+        parts.append(volumeJson(reported));
     return parts.join(',');
 }
 
