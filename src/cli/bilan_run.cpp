@@ -4,6 +4,7 @@
 #include "collectors/app_info.h"
 #include "collectors/battery_service.h"
 #include "core/app_state.h"
+#include "platform/capture/capture_writer.h"
 #include "platform/factory/platform_factory.h"
 #include "records/history.h"
 #include "records/report_builder.h"
@@ -82,13 +83,23 @@ int runBilan(const BilanOptions &options, QTextStream &output, QTextStream &erro
         output << u"quillon-bilan "_s << AppInfo::versionLabel() << Qt::endl;
         return exitSuccess;
     }
-    if (options.saveCapture)
+    if (options.saveCapture && !PlatformFactory::runsOnMac())
         return fail(exitBadInput, u"--save-capture n’est possible que sur un Mac."_s);
 
     auto opened = PlatformFactory::open(options.capture);
     if (const QString *error = std::get_if<QString>(&opened))
         return fail(exitBadInput, *error);
     const Platform platform = std::get<Platform>(opened);
+
+    if (options.saveCapture) {
+        const CaptureWriter::Outcome saved = CaptureWriter::save(platform, *options.saveCapture);
+        for (const QString &note : saved.notes)
+            errors << u"quillon-bilan : attention : "_s << note << Qt::endl;
+        if (!saved.error.isEmpty())
+            return fail(exitWriteFailed, saved.error);
+        output << u"Capture enregistrée dans « %1 »."_s.arg(*options.saveCapture) << Qt::endl;
+        return exitSuccess;
+    }
 
     // With only --journal-csv, the journal is printed as it stands.
     const bool wantsReport = !options.journalCsv || options.output || options.record;
