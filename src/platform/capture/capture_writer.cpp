@@ -264,7 +264,8 @@ bool recordProfiler(const Platform &platform, Recording &recording)
     for (const QString &dataType : profilerDataTypes()) {
         const ProcessOutput output = platform.profiler->run({u"-json"_s, dataType});
         if (!output.started) {
-            recording.notes.append(u"%1 : system_profiler n’a pas démarré (%2), rien d’enregistré"_s.arg(dataType, output.startError));
+            recording.notes.append(
+                u"%1 : system_profiler n’a pas démarré (%2), rien d’enregistré"_s.arg(dataType, output.startError));
             continue;
         }
         const QString stem = u"profiler/"_s + dataType;
@@ -363,7 +364,8 @@ bool recordPowerSources(const Platform &platform, Recording &recording)
     for (const PropertyDictionary &description : platform.powerSources->descriptions())
         descriptions.append(jsonValue(description, QString(), leftOut).value_or(QJsonObject()));
     if (!leftOut.isEmpty())
-        recording.notes.append(u"power-sources.json : valeurs sans équivalent JSON laissées de côté (%1)"_s.arg(leftOut.join(u", "_s)));
+        recording.notes.append(u"power-sources.json : valeurs sans équivalent JSON laissées de côté (%1)"_s.arg(
+            leftOut.join(u", "_s)));
     return recording.files.writeJson(u"power-sources.json"_s, QJsonDocument(descriptions));
 }
 
