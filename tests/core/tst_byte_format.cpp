@@ -20,7 +20,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("zero") << 0.0 << u"Zéro"_s + nbsp + u"Ko"_s;
         QTest::newRow("one byte") << 1.0 << u"0"_s + nbsp + u"Mo"_s;
-        QTest::newRow("a hundred bytes") << 100.0 << u"0"_s + nbsp + u"Mo"_s;
         QTest::newRow("just under 0,05 Mo") << 49999.0 << u"0"_s + nbsp + u"Mo"_s;
         QTest::newRow("0,05 Mo rounds up") << 50000.0 << u"0,1"_s + nbsp + u"Mo"_s;
         QTest::newRow("half a megabyte") << 500000.0 << u"0,5"_s + nbsp + u"Mo"_s;
@@ -29,10 +28,8 @@ private Q_SLOTS:
         QTest::newRow("rounds into gigabytes") << 999950000.0 << u"1"_s + nbsp + u"Go"_s;
         QTest::newRow("half up on the decimal form") << 1135000000.0 << u"1,14"_s + nbsp + u"Go"_s;
         QTest::newRow("17,18 Go") << 17179869184.0 << u"17,18"_s + nbsp + u"Go"_s;
-        QTest::newRow("121,33 Go") << 121332826112.0 << u"121,33"_s + nbsp + u"Go"_s;
         QTest::newRow("one decimal left") << 500100000000.0 << u"500,1"_s + nbsp + u"Go"_s;
         QTest::newRow("500,11 Go") << 500107862016.0 << u"500,11"_s + nbsp + u"Go"_s;
-        QTest::newRow("994,66 Go") << 994662584320.0 << u"994,66"_s + nbsp + u"Go"_s;
         QTest::newRow("just under the terabyte") << 999994999999.0 << u"999,99"_s + nbsp + u"Go"_s;
         QTest::newRow("rounds into terabytes") << 999995000000.0 << u"1"_s + nbsp + u"To"_s;
         QTest::newRow("one terabyte") << 1e12 << u"1"_s + nbsp + u"To"_s;
@@ -77,10 +74,7 @@ private Q_SLOTS:
         QTest::newRow("several kinds, last wins") << u"1 2"_s + nnbsp + u"3"_s + nbsp + u"To"_s
                                                   << u"1 2"_s + nnbsp + u"3"_s << u"To"_s;
         QTest::newRow("thin space") << u"7\u2009Mo"_s << u"7"_s << u"Mo"_s;
-        QTest::newRow("tab") << u"7\tMo"_s << u"7"_s << u"Mo"_s;
         QTest::newRow("no whitespace") << u"12Go"_s << u"12Go"_s << QString();
-        QTest::newRow("trailing whitespace") << u"12 Go "_s << u"12 Go"_s << QString();
-        QTest::newRow("empty") << QString() << QString() << QString();
     }
 
     void splitAtLastSpace()

@@ -42,16 +42,11 @@ private Q_SLOTS:
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<Kind>("kind");
         QTest::newRow("integer") << json("12") << Kind::integer;
-        QTest::newRow("negative integer") << json("-7") << Kind::integer;
-        QTest::newRow("largest 64-bit integer") << json("9223372036854775807") << Kind::integer;
         QTest::newRow("real") << json("12.5") << Kind::real;
         QTest::newRow("exponent") << json("1e21") << Kind::real;
         QTest::newRow("beyond 64 bits") << json("123456789012345678901234567890") << Kind::real;
         QTest::newRow("true") << json("true") << Kind::boolean;
-        QTest::newRow("false") << json("false") << Kind::boolean;
         QTest::newRow("text") << json(R"("12")") << Kind::text;
-        QTest::newRow("array") << json("[1, 2]") << Kind::array;
-        QTest::newRow("object") << json(R"({"a": 1})") << Kind::dictionary;
         QTest::newRow("null") << json("null") << Kind::absent;
     }
 
@@ -86,14 +81,12 @@ private Q_SLOTS:
         QTest::addColumn<QVariant>("expected");
         QTest::newRow("empty text") << json(R"("")") << absent;
         QTest::newRow("one space") << json(R"(" ")") << QVariant(u" "_s);
-        QTest::newRow("not trimmed") << json(R"("  M1 Pro ")") << QVariant(u"  M1 Pro "_s);
         QTest::newRow("true") << json("true") << QVariant(u"1"_s);
         QTest::newRow("false") << json("false") << QVariant(u"0"_s);
         QTest::newRow("integer") << json("16") << QVariant(u"16"_s);
         QTest::newRow("negative integer") << json("-3") << QVariant(u"-3"_s);
         QTest::newRow("largest 64-bit integer") << json("9223372036854775807") << QVariant(u"9223372036854775807"_s);
         QTest::newRow("real") << json("12.5") << QVariant(u"12.5"_s);
-        QTest::newRow("small real") << json("0.07") << QVariant(u"0.07"_s);
         QTest::newRow("integral real") << json("12.0") << QVariant(u"12"_s);
         QTest::newRow("1e21") << json("1e21") << QVariant(u"1e+21"_s);
         QTest::newRow("texts joined") << json(R"(["a", "b"])") << QVariant(u"a, b"_s);
@@ -125,17 +118,13 @@ private Q_SLOTS:
         QTest::newRow("true") << json("true") << QVariant(1.0);
         QTest::newRow("false") << json("false") << QVariant(0.0);
         QTest::newRow("text 12.5") << json(R"("12.5")") << QVariant(12.5);
-        QTest::newRow("negative text") << json(R"("-4")") << QVariant(-4.0);
         QTest::newRow("text with exponent") << json(R"("1e3")") << QVariant(1000.0);
         QTest::newRow("text with a unit") << json(R"("12.5 GB")") << absent;
-        QTest::newRow("text with a leading space") << json(R"(" 12.5")") << absent;
         QTest::newRow("text with a trailing space") << json(R"("12.5 ")") << absent;
         QTest::newRow("decimal comma") << json(R"("12,5")") << absent;
         QTest::newRow("leading plus") << json(R"("+12.5")") << QVariant(12.5);
         QTest::newRow("two signs") << json(R"("+-1")") << absent;
-        QTest::newRow("sign alone") << json(R"("-")") << absent;
         QTest::newRow("empty text") << json(R"("")") << absent;
-        QTest::newRow("words") << json(R"("douze")") << absent;
         QTest::newRow("array") << json("[1]") << absent;
         QTest::newRow("null") << json("null") << absent;
         QTest::newRow("1e21") << json("1e21") << QVariant(1e21);
@@ -156,11 +145,9 @@ private Q_SLOTS:
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<QVariant>("expected");
         QTest::newRow("integer") << json("12") << QVariant(qint64(12));
-        QTest::newRow("64-bit integer") << json("17179869184") << QVariant(qint64(17179869184));
         QTest::newRow("smallest 64-bit integer") << json("-9223372036854775808")
                                                  << QVariant(std::numeric_limits<qint64>::min());
         QTest::newRow("12.7 truncated") << json("12.7") << QVariant(qint64(12));
-        QTest::newRow("-3.9 toward zero") << json("-3.9") << QVariant(qint64(-3));
         QTest::newRow("integral real") << json("3.0") << QVariant(qint64(3));
         QTest::newRow("true") << json("true") << QVariant(qint64(1));
         QTest::newRow("text 12") << json(R"("12")") << absent;
@@ -187,12 +174,9 @@ private Q_SLOTS:
         QTest::newRow("true") << json("true") << QVariant(u"Oui"_s);
         QTest::newRow("false") << json("false") << QVariant(u"Non"_s);
         QTest::newRow("one") << json("1") << QVariant(u"Oui"_s);
-        QTest::newRow("zero") << json("0") << QVariant(u"Non"_s);
         QTest::newRow("minus one") << json("-1") << QVariant(u"Oui"_s);
         QTest::newRow("a half") << json("0.5") << QVariant(u"Oui"_s);
-        QTest::newRow("zero real") << json("0.0") << QVariant(u"Non"_s);
         QTest::newRow("text yes") << json(R"("yes")") << absent;
-        QTest::newRow("text true") << json(R"("true")") << absent;
         QTest::newRow("null") << json("null") << absent;
     }
 

@@ -109,13 +109,6 @@ private Q_SLOTS:
         QVERIFY(!Sysctl::swapUsage(kernelWith("vm.swapusage", swap.left(24))));
         QVERIFY(!Sysctl::swapUsage(FakeKernel()));
     }
-
-    void unreadableNames()
-    {
-        const FakeKernel kernel;
-        QVERIFY(!Sysctl::integer(kernel, "hw.memsize"));
-        QVERIFY(!Sysctl::string(kernel, "kern.osproductversion"));
-    }
 };
 
 QUILLON_TEST_MAIN(TestSysctl)

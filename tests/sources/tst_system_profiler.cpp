@@ -101,17 +101,6 @@ private Q_SLOTS:
         QCOMPARE(actual, names);
     }
 
-    void failureKinds()
-    {
-        const ProcessOutput garbled{true, {}, 0, "<"};
-        QCOMPARE(std::get<SystemProfiler::Failure>(SystemProfiler::parseAnswer(garbled, u"SPUSBDataType"_s)),
-                 SystemProfiler::Failure::unreadableOutput());
-        const ProcessOutput failed{true, {}, 3, {}};
-        const auto failure = std::get<SystemProfiler::Failure>(SystemProfiler::parseAnswer(failed, u"SPUSBDataType"_s));
-        QCOMPARE(failure.kind, SystemProfiler::Failure::Kind::processFailed);
-        QCOMPARE(failure.detail, u"code 3 pour SPUSBDataType"_s);
-    }
-
     void arguments()
     {
         RecordingProfiler profiler;
