@@ -378,7 +378,7 @@ QString xmlProblem(const QByteArray &bytes)
         // <plist> holds the root value, which is at depth 0.
         if (++depth > maximumDepth + 2)
             return u"imbrication trop profonde"_s;
-        const QStringView name = xml.name();
+        const QString name = xml.name().toString(); // the view would not outlive the reads below
         bool (*valid)(QStringView) = name == u"integer"_s ? isXmlInteger
             : name == u"real"_s                           ? isXmlReal
             : name == u"data"_s                           ? isXmlData
