@@ -36,7 +36,8 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, arguments);
         const auto parsed = BilanCommandLine::parse(arguments);
-        QVERIFY2(std::holds_alternative<BilanOptions>(parsed), qPrintable(std::get<QString>(parsed)));
+        if (const QString *error = std::get_if<QString>(&parsed))
+            QFAIL(qPrintable(*error));
         const BilanOptions options = std::get<BilanOptions>(parsed);
         QTEST(options.capture.value_or(QString()), "capture");
         QTEST(options.output.value_or(QString()), "output");
