@@ -1,0 +1,35 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls
+import Quillon
+
+// The About window, sized to its content and not resizable.
+QuillonWindow {
+    id: root
+
+    readonly property int margin: 24
+
+    title: qsTr("À propos de Quillon")
+    flags: Qt.Dialog
+    visible: false
+    width: content.implicitWidth + 2 * root.margin
+    height: content.implicitHeight + 2 * root.margin
+    minimumWidth: root.width
+    maximumWidth: root.width
+    minimumHeight: root.height
+    maximumHeight: root.height
+
+    function open() {
+        root.show()
+        root.raise()
+        root.requestActivate()
+    }
+
+    AboutView {
+        id: content
+
+        x: root.margin
+        y: root.margin
+        width: implicitWidth
+    }
+}

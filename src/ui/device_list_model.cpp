@@ -1,0 +1,74 @@
+#include "ui/device_list_model.h"
+
+#include "ui/presentation.h"
+
+#include <QVariantMap>
+
+using namespace Qt::StringLiterals;
+
+DeviceListModel::DeviceListModel(QObject *parent) : QAbstractListModel(parent)
+{
+}
+
+namespace {
+
+// Records are rebuilt with fresh identifiers, so the same identifiers mean the same nodes.
+QList<QUuid> identifiers(const QList<std::pair<DeviceNode, int>> &entries)
+{
+    QList<QUuid> ids;
+    ids.reserve(entries.size());
+    for (const auto &[node, depth] : entries)
+        ids.append(node.id);
+    return ids;
+}
+
+} // namespace
+
+void DeviceListModel::setRoots(const QList<DeviceNode> &roots)
+{
+    QList<std::pair<DeviceNode, int>> entries = flattenedAll(roots);
+    if (identifiers(entries) == identifiers(m_entries) && roots.size() == m_roots.size())
+        return;
+    const int previousCount = count();
+    beginResetModel();
+    m_roots = roots;
+    m_entries = std::move(entries);
+    endResetModel();
+    if (count() != previousCount)
+        Q_EMIT countChanged();
+}
+
+int DeviceListModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant DeviceListModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const auto &[node, depth] = m_entries.at(index.row());
+    switch (role) {
+    case IdRole:
+        return node.id.toString(QUuid::WithoutBraces);
+    case NodeRole:
+        return QVariantMap {
+            { u"name"_s, node.name },
+            { u"subtitle"_s, node.subtitle.value_or(QString()) },
+            { u"symbol"_s, node.symbol },
+            { u"status"_s, Presentation::statusRawValue(node.status) },
+            { u"rows"_s, Presentation::rowsForQml(node.rows) },
+        };
+    case DepthRole:
+        return depth;
+    case IndentRole:
+        return Presentation::deviceIndent(depth);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> DeviceListModel::roleNames() const
+{
+    return { { IdRole, "deviceId" }, { NodeRole, "node" }, { DepthRole, "depth" }, { IndentRole, "indent" } };
+}

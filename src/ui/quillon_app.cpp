@@ -1,0 +1,60 @@
+#include "ui/quillon_app.h"
+
+#include "core/app_state.h"
+#include "live/battery_monitor.h"
+#include "live/cpu_monitor.h"
+#include "live/lid_angle_monitor.h"
+#include "records/history.h"
+#include "records/workshop_settings.h"
+#include "ui/main_window_controller.h"
+#include "ui/symbol_provider.h"
+
+#include <QQmlApplicationEngine>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+QUrl QuillonApp::mainWindowUrl()
+{
+    return QUrl(u"qrc:/Quillon/Main.qml"_s);
+}
+
+QUrl QuillonApp::startupErrorUrl()
+{
+    return QUrl(u"qrc:/Quillon/StartupError.qml"_s);
+}
+
+void QuillonApp::prepareEngine(QQmlEngine &engine)
+{
+    engine.addImportPath(u"qrc:/"_s);
+    engine.addImageProvider(QString::fromUtf16(SymbolProvider::providerId), new SymbolProvider);
+}
+
+QuillonApp::QuillonApp(Platform platform, Options options, QObject *parent)
+    : QObject(parent),
+      m_state(std::make_unique<AppState>(platform)),
+      m_lidAngleMonitor(std::make_unique<LidAngleMonitor>(platform)),
+      m_processorMonitor(std::make_unique<CPUMonitor>(platform)),
+      m_batteryMonitor(std::make_unique<BatteryMonitor>(platform)),
+      m_workshop(options.preferences ? std::make_unique<WorkshopSettings>(std::move(options.preferences))
+                                     : std::make_unique<WorkshopSettings>()),
+      m_history(std::make_unique<History>(platform.clock, options.journalDirectory))
+{
+    m_mainWindow = std::make_unique<MainWindowController>(MainWindowController::Shared {
+        *m_state, *m_history, *m_workshop, *m_processorMonitor, *m_batteryMonitor, *m_lidAngleMonitor });
+}
+
+QuillonApp::~QuillonApp()
+{
+    m_mainWindow.reset();
+    m_lidAngleMonitor->stop();
+    m_processorMonitor->stop();
+    m_batteryMonitor->stop();
+}
+
+bool QuillonApp::openWindows(QQmlApplicationEngine &engine)
+{
+    engine.setInitialProperties({ { u"controller"_s, QVariant::fromValue(m_mainWindow.get()) } });
+    engine.load(mainWindowUrl());
+    return !engine.rootObjects().isEmpty();
+}

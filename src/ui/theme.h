@@ -1,0 +1,107 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QPalette>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+// Colours by role and the type ramp, in one place. The roles are the ones the screens
+// name: primary, secondary and tertiary label colours, the accent (tint), the three level
+// colours, the card surface and the hairline. Light and dark values follow the macOS
+// palette; which one applies follows the application palette (a dark window colour means
+// the dark appearance). Sizes are in points, drawn as logical pixels.
+class Theme : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+    // True when the dark appearance applies.
+    Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
+    // Text colours.
+    Q_PROPERTY(QColor primary READ primary NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor secondary READ secondary NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor tertiary READ tertiary NOTIFY appearanceChanged)
+    // The application's accent colour (the tint).
+    Q_PROPERTY(QColor accent READ accent NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor green READ green NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor orange READ orange NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor red READ red NOTIFY appearanceChanged)
+    // Background of cards (the platform's control background).
+    Q_PROPERTY(QColor cardSurface READ cardSurface NOTIFY appearanceChanged)
+    // Card borders: the primary colour at 8 % opacity.
+    Q_PROPERTY(QColor hairline READ hairline NOTIFY appearanceChanged)
+    // Divider lines.
+    Q_PROPERTY(QColor separator READ separator NOTIFY appearanceChanged)
+    // Backgrounds of the detail area and of the sidebar.
+    Q_PROPERTY(QColor windowBackground READ windowBackground NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor sidebarBackground READ sidebarBackground NOTIFY appearanceChanged)
+    // Text drawn on the accent colour (the selected sidebar row).
+    Q_PROPERTY(QColor onAccent READ onAccent NOTIFY appearanceChanged)
+
+    // The type ramp, in points.
+    Q_PROPERTY(int body READ body CONSTANT)
+    Q_PROPERTY(int headline READ headline CONSTANT)
+    Q_PROPERTY(int callout READ callout CONSTANT)
+    Q_PROPERTY(int subheadline READ subheadline CONSTANT)
+    Q_PROPERTY(int footnote READ footnote CONSTANT)
+    Q_PROPERTY(int caption READ caption CONSTANT)
+    Q_PROPERTY(int caption2 READ caption2 CONSTANT)
+
+public:
+    explicit Theme(QObject *parent = nullptr);
+
+    bool isDark() const { return m_dark; }
+    QColor primary() const;
+    QColor secondary() const;
+    QColor tertiary() const;
+    QColor accent() const;
+    QColor green() const;
+    QColor orange() const;
+    QColor red() const;
+    QColor cardSurface() const;
+    QColor hairline() const;
+    QColor separator() const;
+    QColor windowBackground() const;
+    QColor sidebarBackground() const;
+    QColor onAccent() const { return QColor(Qt::white); }
+
+    int body() const { return 13; }
+    int headline() const { return 13; }
+    int callout() const { return 12; }
+    int subheadline() const { return 11; }
+    int footnote() const { return 10; }
+    int caption() const { return 10; }
+    int caption2() const { return 10; }
+
+    // The colour of a role named by the presentation helpers: "primary", "secondary",
+    // "tertiary", "accent" (or "tint"), "green", "orange", "red". An unknown role reads as
+    // primary.
+    Q_INVOKABLE QColor colour(const QString &role) const;
+    // `colour` with its opacity replaced by `opacity` ("the green at 15 % opacity").
+    Q_INVOKABLE QColor faded(const QColor &colour, double opacity) const;
+    // The image source of a symbol drawn in `colour` (see SymbolProvider).
+    Q_INVOKABLE QString symbolSource(const QString &name, const QColor &colour) const;
+
+    // A colour of the standard controls' palette for the current appearance, by the name of
+    // its role ("window", "base", "buttonText"…); see controlsPalette.
+    Q_INVOKABLE QColor paletteColour(const QString &role) const;
+
+    // A Qt Quick Controls palette matching the light or dark appearance, for the
+    // standard controls (text fields, buttons, menus) of the Fusion and Basic styles.
+    static QPalette controlsPalette(bool dark);
+    // Whether a palette reads as dark.
+    static bool isDarkPalette(const QPalette &palette);
+
+Q_SIGNALS:
+    void appearanceChanged();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QColor pick(QRgb light, QRgb dark) const { return QColor::fromRgba(m_dark ? dark : light); }
+
+    bool m_dark = false;
+};

@@ -1,0 +1,304 @@
+#include "ui_test_support.h"
+
+#include "live/battery_monitor.h"
+#include "live/cpu_monitor.h"
+#include "live/lid_angle_monitor.h"
+#include "records/history.h"
+#include "records/workshop_settings.h"
+#include "ui/main_window_controller.h"
+#include "ui/presentation.h"
+#include "ui/report_export.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QStringDecoder>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool waitForFullLoad(AppState &state)
+{
+    QSignalSpy loaded(&state, &AppState::everythingLoaded);
+    return loaded.wait(10000);
+}
+
+bool allDataSectionsCached(const AppState &state)
+{
+    for (AppSection section : AppSections::dataSections()) {
+        if (!state.isCached(section))
+            return false;
+    }
+    return true;
+}
+
+QString readUtf8(const QString &path, bool *valid)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(file.readAll());
+    *valid = !decoder.hasError();
+    return text;
+}
+
+} // namespace
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void firstAppearanceLoadsEverythingAndRecordsTheMachine()
+    {
+        UiTest::App app(u"sample"_s);
+        AppState &state = app.app->state();
+        MainWindowController &window = app.app->mainWindow();
+        QVERIFY(!window.selection());
+        QCOMPARE(window.current()->section(), AppSection::overview);
+        QVERIFY(!state.isCached(AppSection::hardware));
+
+        window.appear();
+        // The ten data sections load side by side from the first appearance on.
+        QCOMPARE(state.loading().size(), 10);
+        QVERIFY(window.isRefreshing());
+        QVERIFY(waitForFullLoad(state));
+        QVERIFY(allDataSectionsCached(state));
+        QVERIFY(state.report());
+        QVERIFY(!window.isRefreshing());
+        QCOMPARE(app.app->history().count(), 1);
+        QCOMPARE(app.app->history().entries().first().modelName, u"MacBook Pro"_s);
+    }
+
+    void monitorsFollowTheSelection()
+    {
+        UiTest::App app(u"sample"_s);
+        MainWindowController &window = app.app->mainWindow();
+        CPUMonitor &processor = app.app->processorMonitor();
+        BatteryMonitor &battery = app.app->batteryMonitor();
+        LidAngleMonitor &lid = app.app->lidAngleMonitor();
+
+        // Nothing runs before the window appears.
+        window.setSelection(AppSection::hardware);
+        QVERIFY(!processor.isRunning() && !battery.isRunning() && !lid.isRunning());
+
+        window.appear();
+        QVERIFY(processor.isRunning());
+        QVERIFY(battery.isRunning());
+        QVERIFY(lid.isRunning());
+
+        window.setSelection(AppSection::battery);
+        QVERIFY(processor.isRunning());
+        QVERIFY(battery.isRunning());
+        QVERIFY(!lid.isRunning());
+
+        window.setSelection(AppSection::usb);
+        QVERIFY(!processor.isRunning() && !battery.isRunning() && !lid.isRunning());
+
+        window.setSelection(std::nullopt); // back to the overview
+        QVERIFY(processor.isRunning() && battery.isRunning() && lid.isRunning());
+
+        window.disappear();
+        QVERIFY(!processor.isRunning() && !battery.isRunning() && !lid.isRunning());
+        QVERIFY(waitForFullLoad(app.app->state()) || allDataSectionsCached(app.app->state()));
+    }
+
+    void aDesktopShowsTheNoBatteryMessageOnceItsBatteryAnswered()
+    {
+        UiTest::App app(u"desktop-mac-studio"_s);
+        MainWindowController &window = app.app->mainWindow();
+        window.setSelection(AppSection::battery);
+        window.appear();
+        SectionState *battery = window.current();
+        QCOMPARE(battery->section(), AppSection::battery);
+        // While it loads: the scaffold's loading state, not the message.
+        QVERIFY(battery->isLoading());
+        QVERIFY(!battery->showsNoBatteryMessage());
+        QCOMPARE(Presentation::scaffoldState(battery->isLoading(), battery->failure(), battery->isEmpty()),
+            Presentation::ScaffoldState::loading);
+
+        QTRY_VERIFY_WITH_TIMEOUT(!battery->isLoading(), 10000);
+        QVERIFY(battery->showsNoBatteryMessage());
+        // Selected again, the battery is not probed again.
+        window.setSelection(AppSection::usb);
+        window.setSelection(AppSection::battery);
+        QVERIFY(!battery->isLoading());
+    }
+
+    void aFailedSectionShowsItsFailureRatherThanEmptiness_data()
+    {
+        QTest::addColumn<QString>("section");
+        QTest::newRow("usb: the tool failed") << u"usb"_s;
+        QTest::newRow("camera: not JSON") << u"camera"_s;
+        QTest::newRow("bluetooth: an object instead of a list") << u"bluetooth"_s;
+    }
+
+    void aFailedSectionShowsItsFailureRatherThanEmptiness()
+    {
+        QFETCH(QString, section);
+        UiTest::App app(u"profiler-failures"_s);
+        MainWindowController &window = app.app->mainWindow();
+        window.appear();
+        QVERIFY(waitForFullLoad(app.app->state()));
+
+        window.setSelectionRawValue(section);
+        SectionState *state = window.current();
+        QCOMPARE(state->sectionRawValue(), section);
+        // A failed section is not cached: selecting it loads it again, and the old message
+        // gives way to the loading state at once.
+        QVERIFY(state->isLoading());
+        QVERIFY(state->failureText().isEmpty());
+        QCOMPARE(Presentation::scaffoldState(state->isLoading(), state->failure(), state->isEmpty()),
+            Presentation::ScaffoldState::loading);
+        QTRY_VERIFY_WITH_TIMEOUT(!state->isLoading(), 10000);
+        QVERIFY(state->isEmpty());
+        QVERIFY(!state->failureText().isEmpty());
+        QCOMPARE(Presentation::scaffoldState(state->isLoading(), state->failure(), state->isEmpty()),
+            Presentation::ScaffoldState::failure);
+        // Sections that answered show their devices.
+        QVERIFY(window.section(AppSection::displays)->devices()->count() > 0);
+        QVERIFY(window.section(AppSection::displays)->failureText().isEmpty());
+    }
+
+    void refreshReloadsTheSectionOnScreen()
+    {
+        UiTest::App app(u"sample"_s);
+        AppState &state = app.app->state();
+        MainWindowController &window = app.app->mainWindow();
+        window.appear();
+        QVERIFY(waitForFullLoad(state));
+
+        window.setSelection(AppSection::usb);
+        QVERIFY(state.loading().isEmpty()); // cached: selecting loads nothing
+        QSignalSpy reports(&state, &AppState::reportChanged);
+        window.refresh();
+        QCOMPARE(state.loading(), QSet<AppSection> { AppSection::usb });
+        QVERIFY(window.isRefreshing());
+        QVERIFY(reports.wait(10000));
+        QVERIFY(state.loading().isEmpty());
+
+        window.setSelection(std::nullopt);
+        window.refresh();
+        QCOMPARE(state.loading().size(), 10);
+        QVERIFY(waitForFullLoad(state));
+    }
+
+    void exportRightAfterStartLoadsEverythingBeforeAskingForAFile()
+    {
+        UiTest::App app(u"sample"_s);
+        AppState &state = app.app->state();
+        MainWindowController &window = app.app->mainWindow();
+        app.app->workshop().setWorkshopName(u"  Atelier du Port "_s);
+        QStringList revealed;
+        window.setFileRevealer([&revealed](const QString &path) { revealed << path; });
+
+        QSignalSpy asked(&window, &MainWindowController::saveRequested);
+        window.startExport();
+        QVERIFY(window.isExporting());
+        QVERIFY(!allDataSectionsCached(state));
+        QVERIFY(asked.wait(10000));
+        QVERIFY(allDataSectionsCached(state));
+        QVERIFY(state.report());
+        const QUrl proposed = asked.first().first().toUrl();
+        // The model name and the capture's date, not today's.
+        QCOMPARE(proposed.fileName(), u"Bilan-MacBook-Pro-2026-11-16.txt"_s);
+
+        const QString path = app.folder.filePath(u"bilan.txt"_s);
+        QSignalSpy failures(&window, &MainWindowController::exportFailed);
+        window.finishExport(QUrl::fromLocalFile(path));
+        QVERIFY(!window.isExporting());
+        QCOMPARE(failures.count(), 0);
+        QCOMPARE(revealed, QStringList { path });
+
+        bool validUtf8 = false;
+        const QString text = readUtf8(path, &validUtf8);
+        QVERIFY(validUtf8);
+        QVERIFY(text.contains(u"ATELIER DU PORT"_s));
+        // 08:05:07 UTC is 09:05 in Paris.
+        QVERIFY(text.contains(u"Établi le 16 novembre 2026 à 09:05"_s));
+    }
+
+    void cancellingTheSaveDialogWritesNothing()
+    {
+        UiTest::App app(u"sample"_s);
+        MainWindowController &window = app.app->mainWindow();
+        bool revealed = false;
+        window.setFileRevealer([&revealed](const QString &) { revealed = true; });
+        QSignalSpy asked(&window, &MainWindowController::saveRequested);
+        QSignalSpy failures(&window, &MainWindowController::exportFailed);
+        window.startExport();
+        QVERIFY(asked.wait(10000));
+        window.cancelExport();
+        QVERIFY(!window.isExporting());
+        QCOMPARE(failures.count(), 0);
+        QVERIFY(!revealed);
+        // A second export can start; everything is loaded by now.
+        window.startExport();
+        QTRY_COMPARE_WITH_TIMEOUT(asked.count(), 2, 10000);
+        QVERIFY(window.isExporting());
+        window.cancelExport();
+        QVERIFY(!window.isExporting());
+    }
+
+    void anUnwritableFileRaisesTheExportAlert()
+    {
+        UiTest::App app(u"desktop-mac-studio"_s);
+        MainWindowController &window = app.app->mainWindow();
+        bool revealed = false;
+        window.setFileRevealer([&revealed](const QString &) { revealed = true; });
+        QSignalSpy asked(&window, &MainWindowController::saveRequested);
+        QSignalSpy failures(&window, &MainWindowController::exportFailed);
+        window.startExport();
+        QVERIFY(asked.wait(10000));
+        QCOMPARE(asked.first().first().toUrl().fileName(), u"Bilan-Mac-Studio-2026-11-16.txt"_s);
+
+        const QString path = app.folder.filePath(u"dossier-absent/bilan.txt"_s);
+        window.finishExport(QUrl::fromLocalFile(path));
+        QCOMPARE(failures.count(), 1);
+        QVERIFY(!failures.first().first().toString().isEmpty());
+        QVERIFY(!revealed);
+        QVERIFY(!window.isExporting());
+        QVERIFY(!QFile::exists(path));
+    }
+
+    void writingReplacesAnExistingFileWhole()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"bilan.txt"_s);
+        QCOMPARE(ReportExport::writeText(path, u"une première version bien plus longue"_s), QString());
+        QCOMPARE(ReportExport::writeText(path, u"Capacité maximale : 87 %"_s), QString());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), u"Capacité maximale : 87 %"_s.toUtf8());
+        // A folder cannot be written over.
+        QVERIFY(!ReportExport::writeText(folder.path(), u"x"_s).isEmpty());
+    }
+
+    void theWindowSaysItShowsSampleData()
+    {
+        UiTest::App app(u"worn-battery"_s);
+        MainWindowController &window = app.app->mainWindow();
+        QVERIFY(window.showsSampleData());
+        QCOMPARE(window.sampleDataLabel(), u"Données d'exemple"_s);
+        QVERIFY(window.sampleDescription().startsWith(u"MacBook Air 13 pouces M1 (2020)"_s));
+    }
+
+    void theTitleFollowsTheSelection()
+    {
+        UiTest::App app(u"sample"_s);
+        MainWindowController &window = app.app->mainWindow();
+        QSignalSpy changes(&window, &MainWindowController::selectionChanged);
+        QCOMPARE(window.title(), u"Vue d'ensemble"_s);
+        window.setSelectionRawValue(u"displays"_s);
+        QCOMPARE(window.title(), u"Écrans"_s);
+        window.setSelectionRawValue(u"displays"_s);
+        QCOMPARE(changes.count(), 1);
+        window.setSelectionRawValue(u"nowhere"_s);
+        QVERIFY(!window.selection());
+        QCOMPARE(window.title(), u"Vue d'ensemble"_s);
+    }
+};
+
+QUILLON_UI_TEST_MAIN(TestMainWindow)
+#include "tst_main_window.moc"
