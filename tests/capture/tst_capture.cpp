@@ -1,0 +1,381 @@
+#include "capture_helpers.h"
+#include "common/test_main.h"
+#include "sources/kernel_reading.h"
+
+#include "platform/capture/capture_platform.h"
+#include "platform/capture/property_list_reader.h"
+#include "sources/system_profiler.h"
+
+#include <QTimeZone>
+
+#include <plist/plist.h>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray xml(const QByteArray &body)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n" + body + "\n</plist>\n";
+}
+
+// The same property list in the binary form, as libplist writes it.
+QByteArray binary(const QByteArray &xmlText)
+{
+    plist_t root = nullptr;
+    char *bytes = nullptr;
+    uint32_t length = 0;
+    plist_from_xml(xmlText.constData(), uint32_t(xmlText.size()), &root);
+    plist_to_bin(root, &bytes, &length);
+    plist_free(root);
+    const QByteArray result(bytes, qsizetype(length));
+    free(bytes);
+    return result;
+}
+
+void appendBigEndian(QByteArray &bytes, quint64 value, int size)
+{
+    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8)
+        bytes.append(char((value >> shift) & 0xff));
+}
+
+// A binary property list written by hand: object 0 is the root; references and offsets are 4 bytes.
+QByteArray handMadeBinary(const QList<QByteArray> &objects)
+{
+    QByteArray bytes("bplist00"), offsets;
+    for (const QByteArray &object : objects) {
+        appendBigEndian(offsets, quint64(bytes.size()), 4);
+        bytes += object;
+    }
+    const quint64 offsetTable = quint64(bytes.size());
+    bytes += offsets + QByteArray(6, '\0') + char(4) + char(4);
+    appendBigEndian(bytes, quint64(objects.size()), 8);
+    appendBigEndian(bytes, 0, 8);
+    appendBigEndian(bytes, offsetTable, 8);
+    return bytes;
+}
+
+// An array object whose elements are the given object references.
+QByteArray arrayOf(const QList<quint64> &references)
+{
+    QByteArray object(1, char(0xA0 + references.size()));
+    for (quint64 reference : references)
+        appendBigEndian(object, reference, 4);
+    return object;
+}
+
+// `depth` arrays, each holding the next; the innermost is empty.
+QByteArray nested(int depth, bool isBinary)
+{
+    if (!isBinary)
+        return xml(QByteArray("<array>").repeated(depth) + QByteArray("</array>").repeated(depth));
+    QList<QByteArray> objects;
+    for (int i = 1; i < depth; ++i)
+        objects.append(arrayOf({ quint64(i) }));
+    return handMadeBinary(objects << arrayOf({}));
+}
+
+bool namesProblem(const CaptureFolder &folder, const QString &relativePath)
+{
+    return folder.problems().join(u'\n').contains(relativePath + u" : "_s);
+}
+
+// The outcome of one profiler run in words: the item count, or the failure text.
+QString profilerOutcome(const Platform &platform, const QString &dataType)
+{
+    const auto answer = SystemProfiler::items(*platform.profiler, dataType);
+    if (const auto *failure = std::get_if<SystemProfiler::Failure>(&answer))
+        return failure->description();
+    return QString::number(std::get<QList<PropertyDictionary>>(answer).size());
+}
+
+const QString unreadable = u"Réponse de system_profiler illisible."_s;
+const QVariant absent;
+
+} // namespace
+
+class TestCapture : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void propertyLists_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("read"); // the root in words, or "error"
+        const auto both = [](const char *name, const QByteArray &body, const QString &read) {
+            QTest::addRow("%s, XML", name) << xml(body) << read;
+            QTest::addRow("%s, binary", name) << binary(xml(body)) << read;
+        };
+        both("dictionary",
+            "<dict><key>b</key><array><dict><key>id</key><string>x</string></dict></array>"
+            "<key>a</key><integer>1</integer></dict>",
+            u"{a: 1, b: [{id: \"x\"}]}"_s);
+        both("scalars",
+            "<array><true/><false/><real>1.5</real><real>3</real><integer>-5</integer>"
+            "<data>AAEC/w==</data><string>caf\xc3\xa9 \xe2\x80\x94\xe2\x80\xaf</string></array>",
+            u"[true, false, 1.5, 3.0, -5, <000102ff>, \"café —\u202F\"]"_s);
+        both("64-bit integers",
+            "<array><integer>9223372036854775807</integer><integer>-9223372036854775808</integer>"
+            "<integer>9223372036854775808</integer><integer>18446744073709551615</integer></array>",
+            u"[9223372036854775807, -9223372036854775808, 9223372036854775808, 18446744073709551615]"_s);
+        both("dates on both sides of 2001",
+            "<array><date>2026-11-16T08:05:07Z</date><date>1904-01-01T00:00:00Z</date>"
+            "<date>2100-03-01T12:00:00Z</date></array>",
+            u"[@2026-11-16T08:05:07Z, @1904-01-01T00:00:00Z, @2100-03-01T12:00:00Z]"_s);
+        QTest::newRow("XML without declaration") << "<plist><integer>4</integer></plist>"_ba << u"4"_s;
+        QTest::newRow("invalid UTF-8 replaced") << xml("<dict><key>k\xc3</key><string>a\xff"
+                                                       "b</string></dict>")
+                                                << u"{k\uFFFD: \"a\uFFFDb\"}"_s;
+        // The root is at depth 0: 129 nested arrays reach the deepest accepted depth, 128.
+        const QString deepest = QString(129, u'[') + QString(129, u']');
+        QTest::newRow("deepest accepted nesting, XML") << nested(129, false) << deepest;
+        QTest::newRow("deepest accepted nesting, binary") << nested(129, true) << deepest;
+        const QString error = u"error"_s;
+        QTest::newRow("one level too deep, XML") << nested(130, false) << error;
+        QTest::newRow("one level too deep, binary") << nested(130, true) << error;
+        QTest::newRow("deep XML nesting") << nested(100000, false) << error;
+        QTest::newRow("deep binary nesting") << nested(100000, true) << error;
+        const QByteArray dictionary = xml("<dict><key>a</key><integer>1</integer></dict>");
+        QByteArray offsetOutside = binary(dictionary);
+        offsetOutside.replace(offsetOutside.size() - 8, 8, QByteArray::fromHex("00000000ffffff00"));
+        QTest::newRow("empty") << QByteArray() << error;
+        QTest::newRow("truncated XML") << dictionary.chopped(20) << error;
+        QTest::newRow("truncated binary") << binary(dictionary).chopped(10) << error;
+        QTest::newRow("offset table outside the file") << offsetOutside << error;
+        QTest::newRow("binary array holding itself") << handMadeBinary({ arrayOf({ 0 }) }) << error;
+        QTest::newRow("binary reference beyond the objects") << handMadeBinary({ arrayOf({ 5 }) }) << error;
+        // Forty arrays that each hold the next one twice: 2^40 paths through 41 objects.
+        QList<QByteArray> shared;
+        for (quint64 i = 1; i <= 40; ++i)
+            shared << arrayOf({ i, i });
+        QTest::newRow("binary objects shared 2^40 times") << handMadeBinary(shared << "\x08"_ba) << error;
+        QTest::newRow("integer beyond 64 bits") << xml("<integer>99999999999999999999999</integer>") << error;
+        QTest::newRow("negative integer beyond 64 bits") << xml("<integer>-99999999999999999999999</integer>") << error;
+        QTest::newRow("binary integer beyond 64 bits")
+            << handMadeBinary({ QByteArray::fromHex("1400000000000000010000000000000000") }) << error;
+        QTest::newRow("integer followed by letters") << xml("<integer>12abc</integer>") << error;
+        QTest::newRow("invalid base64") << xml("<data>!!!*</data>") << error;
+        QTest::newRow("unreadable date") << xml("<date>16/11/2026</date>") << error;
+    }
+
+    void propertyLists()
+    {
+        QFETCH(QByteArray, bytes);
+        const PropertyListReader::Outcome outcome = PropertyListReader::read(bytes);
+        QTEST(outcome.error.isEmpty() ? propertyText(outcome.root) : u"error"_s, "read");
+        QVERIFY(outcome.error.isEmpty() || !outcome.root.isValid());
+    }
+
+    void openRefusesWhatIsNotACapture_data()
+    {
+        QTest::addColumn<QByteArray>("captureJson"); // null: no such file
+        QTest::addColumn<QString>("reason"); // a word the error must hold
+        QTest::newRow("no capture.json") << QByteArray() << u"capture.json"_s;
+        QTest::newRow("truncated capture.json") << "{\"format\": 1, \"captu"_ba << u"capture.json"_s;
+        QTest::newRow("format 2") << R"({"format": 2, "capturedAt": "2026-11-16T08:05:07Z"})"_ba << u"format"_s;
+        QTest::newRow("format as text") << R"({"format": "1", "capturedAt": "2026-11-16T08:05:07Z"})"_ba << u"format"_s;
+        QTest::newRow("capturedAt not a date") << R"({"format": 1, "capturedAt": "hier"})"_ba << u"capturedAt"_s;
+    }
+
+    void openRefusesWhatIsNotACapture()
+    {
+        QFETCH(QByteArray, captureJson);
+        QFETCH(QString, reason);
+        QTemporaryDir dir;
+        QFile file(dir.filePath(u"capture.json"_s));
+        QVERIFY(captureJson.isNull() || (file.open(QIODevice::WriteOnly) && file.write(captureJson) >= 0));
+        file.close();
+        const auto opened = CaptureFolder::open(dir.path());
+        const QString error = std::holds_alternative<QString>(opened) ? std::get<QString>(opened) : QString();
+        QVERIFY2(error.contains(QDir::toNativeSeparators(dir.path())) && error.contains(reason), qPrintable(error));
+    }
+
+    void replayIsAtTheCaptureMoment()
+    {
+        Capture capture;
+        const Platform platform = makeCapturePlatform(capture.open());
+        QCOMPARE(platform.clock->now(), QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), QTimeZone::utc()));
+        QVERIFY(platform.isReplay);
+        QCOMPARE(platform.description, u"Atelier"_s);
+        const QString missing = capture.dir.filePath(u"absent"_s);
+        QVERIFY(std::get<QString>(CaptureFolder::open(missing)).contains(QDir::toNativeSeparators(missing)));
+    }
+
+    void profilerFiles_data()
+    {
+        QTest::addColumn<QVariant>("json"); // absent: no such file
+        QTest::addColumn<QVariant>("status"); // absent: no such file
+        QTest::addColumn<QString>("outcome"); // item count or failure text
+        const QByteArray answer = R"({"SPUSBDataType": [{"_name": "hub"}, {"_name": "clé"}]})";
+        QTest::newRow("answer") << QVariant(answer) << absent << u"2"_s;
+        QTest::newRow("no answer file") << absent << absent << unreadable;
+        QTest::newRow("truncated answer") << QVariant(answer.chopped(3)) << QVariant("0\n"_ba) << unreadable;
+        QTest::newRow("status 2 with spaces")
+            << QVariant(answer) << QVariant(" 2 \n"_ba) << u"system_profiler a échoué : code 2 pour SPUSBDataType"_s;
+        QTest::newRow("status in words")
+            << QVariant(answer) << QVariant("deux"_ba)
+            << u"system_profiler a échoué : statut illisible dans profiler/SPUSBDataType.status"_s;
+    }
+
+    void profilerFiles()
+    {
+        QFETCH(QVariant, json);
+        QFETCH(QVariant, status);
+        Capture capture;
+        if (json.isValid())
+            capture.write(u"profiler/SPUSBDataType.json"_s, json.toByteArray());
+        if (status.isValid())
+            capture.write(u"profiler/SPUSBDataType.status"_s, status.toByteArray());
+        const auto folder = capture.open();
+        QTEST(profilerOutcome(makeCapturePlatform(folder), u"SPUSBDataType"_s), "outcome");
+        QCOMPARE(namesProblem(*folder, u"profiler/SPUSBDataType.status"_s), status == QVariant("deux"_ba));
+    }
+
+    void namesNeverLeaveTheFolder_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("parent folder") << u"../Evil"_s;
+        QTest::newRow("sub-folder") << u"name/Evil"_s;
+        QTest::newRow("dot dot") << u".."_s;
+        QTest::newRow("empty") << QString();
+    }
+
+    void namesNeverLeaveTheFolder()
+    {
+        QFETCH(QString, name);
+        // Each file below would answer for `name` if a path built from it reached that file.
+        Capture capture;
+        for (const QString &place : { u"Evil"_s, u"profiler/name/Evil"_s, u"profiler/.."_s })
+            capture.write(place + u".json"_s, "{\"" + name.toUtf8() + "\": []}");
+        for (const QString &place : { u"registry/Evil"_s, u"Evil"_s, u"registry/class/name/Evil"_s,
+                 u"registry/name/Evil"_s, u"registry/class/.."_s })
+            capture.write(place + u".plist"_s, xml("<array><dict/></array>"));
+        const Platform platform = makeCapturePlatform(capture.open());
+        QCOMPARE(profilerOutcome(platform, name), unreadable);
+        QVERIFY(platform.registry->servicesOfClass(name).isEmpty());
+        QVERIFY(platform.registry->servicesNamed(name).isEmpty());
+    }
+
+    void registryFiles_data()
+    {
+        QTest::addColumn<QVariant>("file"); // absent: no such file
+        QTest::addColumn<QString>("services");
+        QTest::addColumn<bool>("problem");
+        const QByteArray two = xml("<array><dict><key>IOClass</key><string>first</string></dict><string>stray</string>"
+                                   "<dict><key>IOClass</key><string>second</string></dict></array>");
+        QTest::newRow("two services, a stray text skipped")
+            << QVariant(two) << u"[{IOClass: \"first\"}, {IOClass: \"second\"}]"_s << false;
+        QTest::newRow("no file") << absent << u"[]"_s << false;
+        QTest::newRow("empty file: ioreg found nothing") << QVariant(QByteArray()) << u"[]"_s << false;
+        QTest::newRow("truncated") << QVariant(two.left(two.size() / 2)) << u"[]"_s << true;
+        QTest::newRow("root is a dictionary") << QVariant(xml("<dict/>")) << u"[]"_s << true;
+    }
+
+    void registryFiles()
+    {
+        QFETCH(QVariant, file);
+        Capture capture;
+        if (file.isValid()) {
+            capture.write(u"registry/class/AppleSMC.plist"_s, file.toByteArray());
+            capture.write(u"registry/name/SMC.plist"_s, file.toByteArray());
+        }
+        const auto folder = capture.open();
+        const Platform platform = makeCapturePlatform(folder);
+        QTEST(propertyText(platform.registry->servicesOfClass(u"AppleSMC"_s)), "services");
+        QTEST(propertyText(platform.registry->servicesNamed(u"SMC"_s)), "services");
+        QTEST(namesProblem(*folder, u"registry/class/AppleSMC.plist"_s), "problem");
+        QTEST(namesProblem(*folder, u"registry/name/SMC.plist"_s), "problem");
+    }
+
+    void kernelFile_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QString>("reading");
+        const QByteArray kernel
+            = R"({"kern.osversion": "24B83", "hw.memsize": 17179869184, "hw.hex32": {"hex": "ffffffff"},
+            "hw.hex64": {"hex": "FEFFFFFFFFFFFFFF"}, "hw.hexodd": {"hex": "fff"}, "hw.real": 2.5, "kern.boottime": 1763200000,
+            "vm.swapusage": {"total": 3221225472, "used": 2147483648, "available": 1073741824}})";
+        QTest::newRow("text") << kernel << "kern.osversion"_ba << u"24B83"_s;
+        QTest::newRow("64-bit integer") << kernel << "hw.memsize"_ba << u"17179869184"_s;
+        QTest::newRow("raw 4 bytes holding -1") << kernel << "hw.hex32"_ba << u"-1"_s;
+        QTest::newRow("raw 8 bytes, upper case") << kernel << "hw.hex64"_ba << u"-2"_s;
+        QTest::newRow("raw odd digits") << kernel << "hw.hexodd"_ba << nothingRead;
+        QTest::newRow("real") << kernel << "hw.real"_ba << nothingRead;
+        QTest::newRow("missing") << kernel << "hw.logicalcpu"_ba << nothingRead;
+        // 1 763 200 000 s after 1970: 15 November 2025, 09:46:40 UTC.
+        QTest::newRow("boot time") << kernel << "kern.boottime"_ba << u"2025-11-15T09:46:40Z"_s;
+        QTest::newRow("swap") << kernel << "vm.swapusage"_ba << u"3221225472 2147483648 1073741824"_s;
+        QTest::newRow("swap with a member missing") << R"({"vm.swapusage": {"total": 3, "used": 2}})"_ba
+                                                    << "vm.swapusage"_ba << nothingRead;
+        QTest::newRow("truncated file") << R"({"hw.memsize": 171)"_ba
+                                        << "hw.memsize"_ba << u"kernel.json"_s;
+        QTest::newRow("root is an array") << R"([{"hw.memsize": 1}])"_ba
+                                          << "hw.memsize"_ba << u"kernel.json"_s;
+    }
+
+    // A value that cannot be read reads as nothing; a file that cannot be read is named among
+    // the problems ("kernel.json" instead of the reading).
+    void kernelFile()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QByteArray, name);
+        Capture capture;
+        capture.write(u"kernel.json"_s, file);
+        const auto folder = capture.open();
+        const QString reading = kernelReading(*makeCapturePlatform(folder).kernel, name);
+        QTEST(namesProblem(*folder, u"kernel.json"_s) ? u"kernel.json"_s : reading, "reading");
+    }
+
+    void processFile_data()
+    {
+        QTest::addColumn<QByteArray>("file"); // null: no such file
+        QTest::addColumn<QString>("read"); // host name, version, thermal state (0 nominal ... 3 critical, 4 unknown)
+        const QByteArray process = R"({"hostName": "mac", "operatingSystemVersion": "Version 15.1", "thermalState": )";
+        QTest::newRow("critical") << process + "3}" << u"mac, Version 15.1, 3"_s;
+        QTest::newRow("beyond critical") << process + "4}" << u"mac, Version 15.1, 4"_s;
+        QTest::newRow("fractional") << process + "1.5}" << u"mac, Version 15.1, 4"_s;
+        QTest::newRow("as text") << process + "\"2\"}" << u"mac, Version 15.1, 4"_s;
+        QTest::newRow("no file") << QByteArray() << u", , 4"_s;
+        QTest::newRow("root is an array") << "[0]"_ba << u", , 4"_s;
+    }
+
+    void processFile()
+    {
+        QFETCH(QByteArray, file);
+        Capture capture;
+        if (!file.isNull())
+            capture.write(u"process.json"_s, file);
+        const auto folder = capture.open();
+        const Platform platform = makeCapturePlatform(folder);
+        QTEST(u"%1, %2, %3"_s.arg(platform.process->hostName(), platform.process->operatingSystemVersion())
+                  .arg(int(platform.process->thermalState())),
+            "read");
+        QCOMPARE(namesProblem(*folder, u"process.json"_s), file == "[0]");
+    }
+
+    void specialFilesNeverBlock()
+    {
+        // A folder, a named pipe and an endless device in place of answer files: reading them
+        // must neither block nor fill the memory.
+        Capture capture;
+        QDir(capture.dir.path()).mkpath(u"profiler/SPUSBDataType.json"_s);
+        QDir(capture.dir.path()).mkpath(u"registry/class"_s);
+        QCOMPARE(
+            ::mkfifo(QFile::encodeName(capture.dir.filePath(u"profiler/SPAudioDataType.json"_s)).constData(), 0600), 0);
+        QVERIFY(QFile::link(u"/dev/zero"_s, capture.dir.filePath(u"registry/class/AppleSMC.plist"_s)));
+        QVERIFY(QFile::link(u"/dev/zero"_s, capture.dir.filePath(u"kernel.json"_s)));
+        const auto folder = capture.open();
+        const Platform platform = makeCapturePlatform(folder);
+        QCOMPARE(profilerOutcome(platform, u"SPUSBDataType"_s), unreadable);
+        QCOMPARE(profilerOutcome(platform, u"SPAudioDataType"_s), unreadable);
+        QVERIFY(platform.registry->servicesOfClass(u"AppleSMC"_s).isEmpty());
+        QVERIFY(namesProblem(*folder, u"profiler/SPAudioDataType.json"_s));
+        QVERIFY(namesProblem(*folder, u"kernel.json"_s));
+    }
+};
+
+QUILLON_TEST_MAIN(TestCapture)
+#include "tst_capture.moc"

@@ -1,0 +1,230 @@
+#include "common/test_main.h"
+
+#include "core/battery_info.h"
+#include "core/built_in_components.h"
+#include "core/byte_format.h"
+#include "core/device_node.h"
+#include "core/formatting.h"
+#include "core/storage_volume.h"
+
+#include <QTimeZone>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A French byte count written with plain spaces: the last one stands for the no-break
+// space before the unit (U+00A0), the others for the digit grouping (U+202F).
+QString french(QString text)
+{
+    const qsizetype last = text.lastIndexOf(u' ');
+    text.replace(u' ', QChar(0x202F));
+    if (last >= 0)
+        text[last] = QChar(0x00A0);
+    return text;
+}
+
+DeviceNode node(const QString &name, QList<DeviceNode> children = {})
+{
+    DeviceNode result;
+    result.name = name;
+    result.children = std::move(children);
+    return result;
+}
+
+} // namespace
+
+class TestCore : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void byteCount_data()
+    {
+        QTest::addColumn<double>("bytes");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("zero") << 0.0 << u"Zéro Ko"_s;
+        QTest::newRow("one byte") << 1.0 << u"0 Mo"_s;
+        QTest::newRow("0,05 Mo rounds up") << 50000.0 << u"0,1 Mo"_s;
+        QTest::newRow("just under the gigabyte") << 999949999.0 << u"999,9 Mo"_s;
+        QTest::newRow("truncated before rounding") << 999949999.9 << u"999,9 Mo"_s;
+        QTest::newRow("rounds into gigabytes") << 999950000.0 << u"1 Go"_s;
+        QTest::newRow("half up on the decimal form") << 1135000000.0 << u"1,14 Go"_s;
+        QTest::newRow("16 GiB") << 17179869184.0 << u"17,18 Go"_s;
+        QTest::newRow("one decimal left") << 500100000000.0 << u"500,1 Go"_s;
+        QTest::newRow("just under the terabyte") << 999994999999.0 << u"999,99 Go"_s;
+        QTest::newRow("rounds into terabytes") << 999995000000.0 << u"1 To"_s;
+        QTest::newRow("trailing zeros dropped") << 2000398934016.0 << u"2 To"_s;
+        QTest::newRow("grouped thousands") << 4e15 << u"4 000 To"_s;
+        QTest::newRow("grouped with decimals") << 1234567890123456.0 << u"1 234,57 To"_s;
+    }
+
+    void byteCount()
+    {
+        QFETCH(double, bytes);
+        QFETCH(QString, text);
+        QCOMPARE(ByteFormat::string(bytes), french(text));
+        QCOMPARE(ByteFormat::parts(bytes), ByteFormat::splitAtLastSpace(french(text)));
+    }
+
+    void splitAtLastSpace_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("unit");
+        QTest::newRow("no-break space") << french(u"500,1 Go"_s) << u"500,1"_s << u"Go"_s;
+        QTest::newRow("grouped digits, the last space splits") << french(u"4 000 To"_s) << u"4\u202F000"_s << u"To"_s;
+        QTest::newRow("ordinary space") << u"12 Go"_s << u"12"_s << u"Go"_s;
+        QTest::newRow("thin space") << u"7\u2009Mo"_s << u"7"_s << u"Mo"_s;
+        QTest::newRow("no whitespace") << u"12Go"_s << u"12Go"_s << QString();
+    }
+
+    void splitAtLastSpace()
+    {
+        QFETCH(QString, text);
+        const auto [value, unit] = ByteFormat::splitAtLastSpace(text);
+        QTEST(value, "value");
+        QTEST(unit, "unit");
+    }
+
+    void fixed_data()
+    {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<int>("decimals");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("exact tie to even, down") << 52.5 << 0 << u"52"_s;
+        QTest::newRow("exact tie to even, up") << 53.5 << 0 << u"54"_s;
+        QTest::newRow("0.125 to two places") << 0.125 << 2 << u"0.12"_s;
+        QTest::newRow("30.55 stored above the tie") << 30.55 << 1 << u"30.6"_s;
+        QTest::newRow("2.675 stored below the tie") << 2.675 << 2 << u"2.67"_s;
+    }
+
+    void fixed()
+    {
+        QFETCH(double, value);
+        QFETCH(int, decimals);
+        QTEST(Format::fixed(value, decimals), "text");
+    }
+
+    void percentRoundsHalvesAwayFromZero()
+    {
+        QCOMPARE(Format::roundedPercent(2.5), 3);
+        QCOMPARE(Format::roundedPercent(-2.5), -3);
+    }
+
+    void dates_data()
+    {
+        QTest::addColumn<QDateTime>("moment");
+        QTest::addColumn<QStringList>("texts"); // long, abbreviated, time, ISO 8601, UTC date
+        const QTimeZone paris("Europe/Paris");
+        // 09:05:07 in Paris in November is 08:05:07 UTC (UTC+1).
+        QTest::newRow("november, winter time") << QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), QTimeZone::utc())
+                                               << QStringList { u"16 novembre 2026 à 09:05"_s, u"16 nov. 2026 à 9:05"_s,
+                                                      u"9:05:07"_s, u"2026-11-16T08:05:07Z"_s, u"2026-11-16"_s };
+        // Half past midnight on 14 July in Paris is still 13 July in UTC (UTC+2).
+        QTest::newRow("july, summer time") << QDateTime(QDate(2026, 7, 14), QTime(0, 30), paris)
+                                           << QStringList { u"14 juillet 2026 à 00:30"_s, u"14 juil. 2026 à 0:30"_s,
+                                                  u"0:30:00"_s, u"2026-07-13T22:30:00Z"_s, u"2026-07-13"_s };
+        QTest::newRow("february, milliseconds dropped")
+            << QDateTime(QDate(2026, 2, 1), QTime(18, 0, 59, 999), paris)
+            << QStringList { u"1 février 2026 à 18:00"_s, u"1 févr. 2026 à 18:00"_s, u"18:00:59"_s,
+                   u"2026-02-01T17:00:59Z"_s, u"2026-02-01"_s };
+    }
+
+    void dates()
+    {
+        QFETCH(QDateTime, moment);
+        QTEST((QStringList { Format::longDateShortTime(moment), Format::abbreviatedDateShortTime(moment),
+                  Format::standardTime(moment), Format::iso8601Utc(moment), Format::utcCalendarDate(moment) }),
+            "texts");
+    }
+
+    void flattenedIsDepthFirstPreOrder()
+    {
+        const DeviceNode hub
+            = node(u"hub"_s, { node(u"dock"_s, { node(u"keyboard"_s, { node(u"trackpad"_s) }) }), node(u"mouse"_s) });
+        QStringList walk;
+        for (const auto &[walked, depth] : flattenedAll({ hub, node(u"camera"_s) }))
+            walk << walked.name + u':' + QString::number(depth);
+        QCOMPARE(walk.join(u' '), u"hub:0 dock:1 keyboard:2 trackpad:3 mouse:1 camera:0"_s);
+        QCOMPARE(hub.flattened(2).constLast().second, 3);
+    }
+
+    void usedSpace_data()
+    {
+        QTest::addColumn<double>("total");
+        QTest::addColumn<double>("free");
+        QTest::addColumn<double>("usedBytes");
+        QTest::addColumn<double>("usedFraction");
+        QTest::newRow("a quarter used") << 1000.0 << 750.0 << 250.0 << 0.25;
+        QTest::newRow("no capacity but free space") << 0.0 << 100.0 << 0.0 << 0.0;
+        QTest::newRow("free space above capacity") << 100.0 << 150.0 << 0.0 << 0.0;
+        QTest::newRow("negative free space, not clamped above 1") << 100.0 << -50.0 << 150.0 << 1.5;
+    }
+
+    void usedSpace()
+    {
+        QFETCH(double, total);
+        QFETCH(double, free);
+        StorageVolume volume;
+        volume.totalBytes = total;
+        volume.freeBytes = free;
+        QTEST(volume.usedBytes(), "usedBytes");
+        QTEST(volume.usedFraction(), "usedFraction");
+    }
+
+    void stateLabel_data()
+    {
+        QTest::addColumn<bool>("charging");
+        QTest::addColumn<bool>("plugged");
+        QTest::addColumn<bool>("full");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("full, plugged and charging") << true << true << true << u"Chargée — sur secteur"_s;
+        QTest::newRow("full, charging, unplugged") << true << false << true << u"En charge"_s;
+        QTest::newRow("charging while plugged") << true << true << false << u"En charge"_s;
+        QTest::newRow("plugged only") << false << true << false << u"Sur secteur"_s;
+        QTest::newRow("full on battery") << false << false << true << u"Sur batterie"_s;
+    }
+
+    void stateLabel()
+    {
+        BatterySnapshot snapshot;
+        QFETCH(bool, charging);
+        QFETCH(bool, plugged);
+        QFETCH(bool, full);
+        snapshot.isCharging = charging;
+        snapshot.isPluggedIn = plugged;
+        snapshot.isFullyCharged = full;
+        QTEST(snapshot.stateLabel(), "label");
+    }
+
+    void recordsBuiltFromTheSameDataDiffer()
+    {
+        QVERIFY(InfoRow(u"Série"_s, u"C02XYZ"_s) != InfoRow(u"Série"_s, u"C02XYZ"_s));
+        QVERIFY(node(u"a"_s) != node(u"a"_s));
+        QVERIFY(!deviceStatusLabel(DeviceStatus::neutral));
+    }
+
+    void listedComponentsInGridOrder()
+    {
+        // Each component carries its field name as detail, so a mix-up between fields shows.
+        using C = BuiltInComponents;
+        C components;
+        const QList<std::pair<C::Component C::*, QString>> fields { { &C::touchID, u"touchID"_s },
+            { &C::trackpad, u"trackpad"_s }, { &C::haptics, u"haptics"_s }, { &C::keyboard, u"keyboard"_s },
+            { &C::keyboardBacklight, u"keyboardBacklight"_s }, { &C::lidAngle, u"lidAngle"_s }, { &C::wifi, u"wifi"_s },
+            { &C::smc, u"smc"_s } };
+        for (const auto &[field, name] : fields)
+            (components.*field).detail = name;
+        QStringList ids, details;
+        for (const C::Listed &listed : components.listed())
+            ids << componentIDRawValue(listed.id), details << listed.component.detail.value_or(QString());
+        const QStringList order { u"touchID"_s, u"keyboard"_s, u"keyboardBacklight"_s, u"trackpad"_s, u"haptics"_s,
+            u"lidAngle"_s, u"wifi"_s, u"smc"_s };
+        QCOMPARE(ids, order);
+        QCOMPARE(details, order);
+    }
+};
+
+QUILLON_TEST_MAIN(TestCore)
+#include "tst_core.moc"

@@ -1,0 +1,280 @@
+#include "isolated_home.h"
+#include "kernel_reading.h"
+
+#include "core/formatting.h"
+#include "sources/mac_models.h"
+#include "sources/property_access.h"
+#include "sources/system_profiler.h"
+#include "sources/vocabulary.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A profiler that hands back a prepared run and keeps the arguments it was given.
+class RecordingProfiler final : public ProfilerSource
+{
+public:
+    mutable QStringList arguments;
+    ProcessOutput run(const QStringList &given) const override
+    {
+        arguments = given;
+        return { true, {}, 0, R"({"SPUSBDataType": []})" };
+    }
+};
+
+// A profiler item holding one JSON literal under "v".
+PropertyDictionary item(const char *literal)
+{
+    const QJsonDocument document = QJsonDocument::fromJson("{\"v\": " + QByteArray(literal) + '}');
+    if (!document.isObject())
+        qFatal("bad JSON in a test table: %s", literal);
+    return PropertyValues::dictionaryFromJson(document.object());
+}
+
+const QString none = u"(rien)"_s;
+const QString unreadable = u"Réponse de system_profiler illisible."_s;
+
+template <typename T, typename Show> QString shown(const std::optional<T> &value, Show show)
+{
+    return value ? show(*value) : none;
+}
+
+} // namespace
+
+class TestSources : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void profilerAnswer_data()
+    {
+        QTest::addColumn<int>("exitStatus"); // -1: the program did not start
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<QString>("outcome"); // the item names, or the failure text
+        QTest::newRow("empty array") << 0 << QByteArray(R"({"SPUSBDataType": []})") << u"[]"_s;
+        QTest::newRow("items in order, other members ignored")
+            << 0 << QByteArray(R"({"SPAudioDataType": 3, "SPUSBDataType": [{"_name": "hub"}, {"_name": "clé"}]})")
+            << u"[hub, clé]"_s;
+        QTest::newRow("empty object") << 0 << QByteArray("{}") << unreadable;
+        QTest::newRow("member is an object") << 0 << QByteArray(R"({"SPUSBDataType": {}})") << unreadable;
+        QTest::newRow("member named in another case") << 0 << QByteArray(R"({"spusbdatatype": []})") << unreadable;
+        QTest::newRow("an element is not an object") << 0 << QByteArray(R"({"SPUSBDataType": [{}, 3]})") << unreadable;
+        QTest::newRow("top level is an array") << 0 << QByteArray(R"([{"SPUSBDataType": []}])") << unreadable;
+        QTest::newRow("not JSON") << 0 << QByteArray("system_profiler: unknown data type") << unreadable;
+        QTest::newRow("text after the object") << 0 << QByteArray(R"({"SPUSBDataType": []} x)") << unreadable;
+        QTest::newRow("exit status 2, output discarded")
+            << 2 << QByteArray(R"({"SPUSBDataType": []})") << u"system_profiler a échoué : code 2 pour SPUSBDataType"_s;
+        QTest::newRow("not started") << -1 << QByteArray() << u"system_profiler a échoué : No such file or directory"_s;
+    }
+
+    void profilerAnswer()
+    {
+        QFETCH(int, exitStatus);
+        QFETCH(QByteArray, output);
+        const bool started = exitStatus >= 0;
+        const ProcessOutput run { started, started ? QString() : u"No such file or directory"_s, exitStatus, output };
+        const auto answer = SystemProfiler::parseAnswer(run, u"SPUSBDataType"_s);
+        QString outcome;
+        if (const auto *failure = std::get_if<SystemProfiler::Failure>(&answer)) {
+            outcome = failure->description();
+        } else {
+            QStringList names;
+            for (const PropertyDictionary &item : std::get<QList<PropertyDictionary>>(answer))
+                names << item.value(u"_name"_s).toString();
+            outcome = u'[' + names.join(u", "_s) + u']';
+        }
+        QTEST(outcome, "outcome");
+    }
+
+    void profilerArguments()
+    {
+        RecordingProfiler profiler;
+        SystemProfiler::items(profiler, u"SPUSBDataType"_s);
+        QCOMPARE(profiler.arguments, QStringList({ u"-json"_s, u"SPUSBDataType"_s }));
+        SystemProfiler::items(profiler, u"SPUSBDataType"_s, u"mini"_s);
+        QCOMPARE(profiler.arguments, QStringList({ u"-json"_s, u"SPUSBDataType"_s, u"-detailLevel"_s, u"mini"_s }));
+    }
+
+    void accessors_data()
+    {
+        QTest::addColumn<PropertyDictionary>("item");
+        QTest::addColumn<QStringList>("read"); // by text, number, integer, yesNo
+        const auto row = [](const char *name, const PropertyDictionary &item, const QStringList &read) {
+            QTest::newRow(name) << item << read;
+        };
+        row("missing key", { { u"V"_s, 1 }, { u"v "_s, 1 } }, { none, none, none, none });
+        row("empty text", item(R"("")"), { none, none, none, none });
+        row("one space", item(R"(" ")"), { u" "_s, none, none, none });
+        row("true", item("true"), { u"1"_s, u"1"_s, u"1"_s, u"Oui"_s });
+        row("false", item("false"), { u"0"_s, u"0"_s, u"0"_s, u"Non"_s });
+        row("12.7", item("12.7"), { u"12.7"_s, u"12.7"_s, u"12"_s, u"Oui"_s });
+        row("-3.9 truncated toward zero", item("-3.9"), { u"-3.9"_s, u"-3.9"_s, u"-3"_s, u"Oui"_s });
+        row("a half is true", item("0.5"), { u"0.5"_s, u"0.5"_s, u"0"_s, u"Oui"_s });
+        row("integral real", item("12.0"), { u"12"_s, u"12"_s, u"12"_s, u"Oui"_s });
+        row("1e21", item("1e21"), { u"1e+21"_s, u"1e+21"_s, none, u"Oui"_s });
+        row("smallest 64-bit integer", item("-9223372036854775808"),
+            { u"-9223372036854775808"_s, u"-9223372036854775808"_s, u"-9223372036854775808"_s, u"Oui"_s });
+        row("above the signed range", { { u"v"_s, std::numeric_limits<quint64>::max() } },
+            { u"18446744073709551615"_s, u"18446744073709551616"_s, none, u"Oui"_s });
+        row("text 12.5", item(R"("12.5")"), { u"12.5"_s, u"12.5"_s, none, none });
+        row("text 12.5 GB", item(R"("12.5 GB")"), { u"12.5 GB"_s, none, none, none });
+        row("text 12", item(R"("12")"), { u"12"_s, u"12"_s, none, none });
+        row("text with a leading space", item(R"(" 12")"), { u" 12"_s, none, none, none });
+        row("text with a plus", item(R"("+1e3")"), { u"+1e3"_s, u"1000"_s, none, none });
+        row("text +-1", item(R"("+-1")"), { u"+-1"_s, none, none, none });
+        row("text yes", item(R"("yes")"), { u"yes"_s, none, none, none });
+        row("texts joined", item(R"(["a", "b"])"), { u"a, b"_s, none, none, none });
+        row("mixed array", item(R"([1, "a", true, 2.5])"), { u"1, a, 1, 2.5"_s, none, none, none });
+        row("empty array", item("[]"), { none, none, none, none });
+        row("object", item(R"({"a": "b"})"), { none, none, none, none });
+        row("null", item("null"), { none, none, none, none });
+    }
+
+    void accessors()
+    {
+        QFETCH(PropertyDictionary, item);
+        const auto same = [](const QString &text) { return text; };
+        const auto number = [](qint64 n) { return QString::number(n); };
+        QTEST((QStringList { shown(Property::text(item, u"v"_s), same),
+                  shown(Property::number(item, u"v"_s), Format::shortestNumber),
+                  shown(Property::integer(item, u"v"_s), number), shown(Property::yesNo(item, u"v"_s), same) }),
+            "read");
+    }
+
+    void kernelValues_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QByteArray>("bytes"); // little-endian, as on every Mac
+        QTest::addColumn<QString>("reading");
+        const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
+        QTest::newRow("4 bytes holding -1") << "hw.memsize"_ba << hex("ffffffff") << u"-1"_s;
+        QTest::newRow("4 bytes, smallest") << "hw.memsize"_ba << hex("00000080") << u"-2147483648"_s;
+        QTest::newRow("8 bytes, 16 GiB") << "hw.memsize"_ba << hex("0000000004000000") << u"17179869184"_s;
+        QTest::newRow("2 bytes") << "hw.memsize"_ba << hex("0100") << none;
+        QTest::newRow("16 bytes") << "hw.memsize"_ba << QByteArray(16, '\1') << none;
+        QTest::newRow("text to the first zero") << "kern.osversion"_ba << QByteArray("24B83\0x\0", 8) << u"24B83"_s;
+        QTest::newRow("text without a zero") << "kern.osversion"_ba
+                                             << "15.1"_ba << u"15.1"_s;
+        QTest::newRow("only a zero byte") << "kern.osversion"_ba << QByteArray(1, '\0') << u""_s;
+        QTest::newRow("invalid UTF-8 replaced") << "kern.osversion"_ba
+                                                << QByteArray("a\xff"
+                                                              "b\0",
+                                                       4)
+                                                << u"a\uFFFDb"_s;
+        QTest::newRow("no bytes") << "kern.osversion"_ba << QByteArray() << none;
+        // 1 763 200 000 s = 20 407 days + 35 200 s after 1970; 999 999 µs ignored.
+        QTest::newRow("boot time") << "kern.boottime"_ba << hex("004c1869000000003f420f0000000000")
+                                   << u"2025-11-15T09:46:40Z"_s;
+        QTest::newRow("boot time of 8 bytes") << "kern.boottime"_ba << hex("004c186900000000") << none;
+        // total 3 GiB, available 1 GiB, used 2 GiB, then page size and encryption flag.
+        const QByteArray swap = hex("000000c000000000"
+                                    "0000004000000000"
+                                    "0000008000000000"
+                                    "00400000"
+                                    "01000000");
+        QTest::newRow("swap") << "vm.swapusage"_ba << swap << u"3221225472 2147483648 1073741824"_s;
+        QTest::newRow("swap of 24 bytes") << "vm.swapusage"_ba << swap.left(24) << none;
+    }
+
+    void kernelValues()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(QByteArray, bytes);
+        QTEST(kernelReading(OneValueKernel(name, bytes), name), "reading");
+        QCOMPARE(kernelReading(OneValueKernel("other", bytes), name), none);
+    }
+
+    void humanize_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("wording");
+        QTest::newRow("display on, feminine") << u"spdisplays_on"_s << u"Activée"_s;
+        QTest::newRow("attribute on, masculine") << u"attrib_on"_s << u"Activé"_s;
+        QTest::newRow("activation lock off, masculine") << u"activation_lock_disabled"_s << u"Désactivé"_s;
+        QTest::newRow("built-in XDR from the table")
+            << u"spdisplays_built-in-liquid-retina-xdr"_s << u"Liquid Retina XDR intégré"_s;
+        QTest::newRow("unknown built-in panel by the rule")
+            << u"spdisplays_built-in-mini-led"_s << u"Built in mini led"_s;
+        QTest::newRow("audio USB") << u"coreaudio_device_type_usb"_s << u"USB"_s;
+        QTest::newRow("S.M.A.R.T. verified") << u"Verified"_s << u"Vérifié"_s;
+        QTest::newRow("Yes is not a table word") << u"Yes"_s << u"Yes"_s;
+        QTest::newRow("coreaudio prefix") << u"coreaudio_output"_s << u"Output"_s;
+        QTest::newRow("ordinary name with the prefix") << u"spare_part"_s << u"Part"_s;
+        QTest::newRow("accented first letter") << u"spx_état"_s << u"État"_s;
+        QTest::newRow("full upper-casing") << u"spx_ßig"_s << u"SSig"_s;
+        QTest::newRow("empty tail") << u"sp_"_s << u"sp_"_s;
+        QTest::newRow("no known prefix") << u"Intel_HD"_s << u"Intel_HD"_s;
+        QTest::newRow("prefix in another case") << u"SPdisplays_yes"_s << u"SPdisplays_yes"_s;
+        QTest::newRow("no underscore") << u"spnone"_s << u"spnone"_s;
+    }
+
+    void humanize()
+    {
+        QFETCH(QString, code);
+        QTEST(Vocabulary::humanize(code).value_or(none), "wording");
+        QVERIFY(!Vocabulary::humanize(std::nullopt));
+    }
+
+    void commercialName_data()
+    {
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("Mac16,7") << u"Mac16,7"_s << u"MacBook Pro 16″ M4 Pro/Max, 2024"_s;
+        QTest::newRow("Intel, generic name") << u"MacBookPro15,3"_s << u"MacBook Pro 15″, 2019"_s;
+        QTest::newRow("unknown") << u"Mac99,1"_s << none;
+        QTest::newRow("lower case") << u"mac16,7"_s << none;
+    }
+
+    void commercialName()
+    {
+        QVERIFY(!QFile::exists(MacModels::overridesPath()));
+        QFETCH(QString, identifier);
+        QTEST(MacModels::commercialName(identifier).value_or(none), "name");
+    }
+
+    void inchMarksAreDoublePrimes()
+    {
+        for (const MacModels::Model &model : MacModels::table())
+            QVERIFY2(!model.name.contains(u'"') && !model.name.contains(u'\u201D'), qPrintable(model.name));
+    }
+
+    void decodeOverrides_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("decoded"); // "identifier=name, year" for each entry, or none
+        QTest::newRow("further members ignored")
+            << R"({"Mac99,1": {"name": "Nouveau", "year": 2031, "chip": "M9"}})"_ba << u"Mac99,1=Nouveau, 2031"_s;
+        QTest::newRow("empty object") << "{}"_ba << u""_s;
+        QTest::newRow("one entry lacking year")
+            << R"({"Mac16,7": {"name": "A", "year": 2024}, "Mac99,1": {"name": "B"}})"_ba << none;
+        QTest::newRow("fractional year") << R"({"Mac99,1": {"name": "B", "year": 2024.5}})"_ba << none;
+        QTest::newRow("year as text") << R"({"Mac99,1": {"name": "B", "year": "2024"}})"_ba << none;
+        QTest::newRow("name as number") << R"({"Mac99,1": {"name": 42, "year": 2024}})"_ba << none;
+        QTest::newRow("entry not an object") << R"({"Mac99,1": "B"})"_ba << none;
+        QTest::newRow("top level array") << R"([{"name": "B", "year": 2024}])"_ba << none;
+        QTest::newRow("not JSON") << "Mac99,1 = B"_ba << none;
+    }
+
+    void decodeOverrides()
+    {
+        QFETCH(QByteArray, json);
+        const auto decoded = MacModels::decodeOverrides(json);
+        QString entries = none;
+        if (decoded) {
+            entries.clear();
+            for (auto it = decoded->cbegin(); it != decoded->cend(); ++it)
+                entries += it.key() + u'=' + it->name + u", "_s + QString::number(it->year);
+        }
+        QTEST(entries, "decoded");
+    }
+};
+
+QUILLON_TEST_MAIN_IN_FRESH_HOME(TestSources, [] {})
+#include "tst_sources.moc"
