@@ -25,8 +25,11 @@ struct Capture
     {
         write(QStringLiteral("capture.json"), header);
     }
+    // Writes one file; a null byte array writes none.
     void write(const QString &relativePath, const QByteArray &bytes) const
     {
+        if (bytes.isNull())
+            return;
         QDir().mkpath(QFileInfo(dir.filePath(relativePath)).path());
         QFile file(dir.filePath(relativePath));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())

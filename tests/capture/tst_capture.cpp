@@ -1,6 +1,6 @@
 #include "capture_helpers.h"
 #include "common/test_main.h"
-#include "sources/kernel_reading.h"
+#include "sources/readings.h"
 
 #include "platform/capture/capture_platform.h"
 #include "platform/capture/property_list_reader.h"
@@ -81,17 +81,7 @@ bool namesProblem(const CaptureFolder &folder, const QString &relativePath)
     return folder.problems().join(u'\n').contains(relativePath + u" : "_s);
 }
 
-// The outcome of one profiler run in words: the item count, or the failure text.
-QString profilerOutcome(const Platform &platform, const QString &dataType)
-{
-    const auto answer = SystemProfiler::items(*platform.profiler, dataType);
-    if (const auto *failure = std::get_if<SystemProfiler::Failure>(&answer))
-        return failure->description();
-    return QString::number(std::get<QList<PropertyDictionary>>(answer).size());
-}
-
 const QString unreadable = u"Réponse de system_profiler illisible."_s;
-const QVariant absent;
 
 } // namespace
 
@@ -125,9 +115,8 @@ private Q_SLOTS:
             "<date>2100-03-01T12:00:00Z</date></array>",
             u"[@2026-11-16T08:05:07Z, @1904-01-01T00:00:00Z, @2100-03-01T12:00:00Z]"_s);
         QTest::newRow("XML without declaration") << "<plist><integer>4</integer></plist>"_ba << u"4"_s;
-        QTest::newRow("invalid UTF-8 replaced") << xml("<dict><key>k\xc3</key><string>a\xff"
-                                                       "b</string></dict>")
-                                                << u"{k\uFFFD: \"a\uFFFDb\"}"_s;
+        QTest::newRow("invalid UTF-8 replaced")
+            << xml("<dict><key>k\xc3</key><string>a\xffz</string></dict>") << u"{k\uFFFD: \"a\uFFFDz\"}"_s;
         // The root is at depth 0: 129 nested arrays reach the deepest accepted depth, 128.
         const QString deepest = QString(129, u'[') + QString(129, u']');
         QTest::newRow("deepest accepted nesting, XML") << nested(129, false) << deepest;
@@ -152,7 +141,6 @@ private Q_SLOTS:
             shared << arrayOf({ i, i });
         QTest::newRow("binary objects shared 2^40 times") << handMadeBinary(shared << "\x08"_ba) << error;
         QTest::newRow("integer beyond 64 bits") << xml("<integer>99999999999999999999999</integer>") << error;
-        QTest::newRow("negative integer beyond 64 bits") << xml("<integer>-99999999999999999999999</integer>") << error;
         QTest::newRow("binary integer beyond 64 bits")
             << handMadeBinary({ QByteArray::fromHex("1400000000000000010000000000000000") }) << error;
         QTest::newRow("integer followed by letters") << xml("<integer>12abc</integer>") << error;
@@ -175,7 +163,6 @@ private Q_SLOTS:
         QTest::newRow("no capture.json") << QByteArray() << u"capture.json"_s;
         QTest::newRow("truncated capture.json") << "{\"format\": 1, \"captu"_ba << u"capture.json"_s;
         QTest::newRow("format 2") << R"({"format": 2, "capturedAt": "2026-11-16T08:05:07Z"})"_ba << u"format"_s;
-        QTest::newRow("format as text") << R"({"format": "1", "capturedAt": "2026-11-16T08:05:07Z"})"_ba << u"format"_s;
         QTest::newRow("capturedAt not a date") << R"({"format": 1, "capturedAt": "hier"})"_ba << u"capturedAt"_s;
     }
 
@@ -205,32 +192,30 @@ private Q_SLOTS:
 
     void profilerFiles_data()
     {
-        QTest::addColumn<QVariant>("json"); // absent: no such file
-        QTest::addColumn<QVariant>("status"); // absent: no such file
-        QTest::addColumn<QString>("outcome"); // item count or failure text
+        QTest::addColumn<QByteArray>("json"); // null: no such file
+        QTest::addColumn<QByteArray>("status"); // null: no such file
+        QTest::addColumn<QString>("outcome"); // item names or failure text
         const QByteArray answer = R"({"SPUSBDataType": [{"_name": "hub"}, {"_name": "clé"}]})";
-        QTest::newRow("answer") << QVariant(answer) << absent << u"2"_s;
-        QTest::newRow("no answer file") << absent << absent << unreadable;
-        QTest::newRow("truncated answer") << QVariant(answer.chopped(3)) << QVariant("0\n"_ba) << unreadable;
+        QTest::newRow("answer") << answer << QByteArray() << u"[hub, clé]"_s;
+        QTest::newRow("no answer file") << QByteArray() << QByteArray() << unreadable;
+        QTest::newRow("truncated answer") << answer.chopped(3) << "0\n"_ba << unreadable;
         QTest::newRow("status 2 with spaces")
-            << QVariant(answer) << QVariant(" 2 \n"_ba) << u"system_profiler a échoué : code 2 pour SPUSBDataType"_s;
+            << answer << " 2 \n"_ba << u"system_profiler a échoué : code 2 pour SPUSBDataType"_s;
         QTest::newRow("status in words")
-            << QVariant(answer) << QVariant("deux"_ba)
+            << answer << "deux"_ba
             << u"system_profiler a échoué : statut illisible dans profiler/SPUSBDataType.status"_s;
     }
 
     void profilerFiles()
     {
-        QFETCH(QVariant, json);
-        QFETCH(QVariant, status);
+        QFETCH(QByteArray, json);
+        QFETCH(QByteArray, status);
         Capture capture;
-        if (json.isValid())
-            capture.write(u"profiler/SPUSBDataType.json"_s, json.toByteArray());
-        if (status.isValid())
-            capture.write(u"profiler/SPUSBDataType.status"_s, status.toByteArray());
+        capture.write(u"profiler/SPUSBDataType.json"_s, json);
+        capture.write(u"profiler/SPUSBDataType.status"_s, status);
         const auto folder = capture.open();
-        QTEST(profilerOutcome(makeCapturePlatform(folder), u"SPUSBDataType"_s), "outcome");
-        QCOMPARE(namesProblem(*folder, u"profiler/SPUSBDataType.status"_s), status == QVariant("deux"_ba));
+        QTEST(answerText(SystemProfiler::items(*makeCapturePlatform(folder).profiler, u"SPUSBDataType"_s)), "outcome");
+        QCOMPARE(namesProblem(*folder, u"profiler/SPUSBDataType.status"_s), status == "deux");
     }
 
     void namesNeverLeaveTheFolder_data()
@@ -253,34 +238,32 @@ private Q_SLOTS:
                  u"registry/name/Evil"_s, u"registry/class/.."_s })
             capture.write(place + u".plist"_s, xml("<array><dict/></array>"));
         const Platform platform = makeCapturePlatform(capture.open());
-        QCOMPARE(profilerOutcome(platform, name), unreadable);
+        QCOMPARE(answerText(SystemProfiler::items(*platform.profiler, name)), unreadable);
         QVERIFY(platform.registry->servicesOfClass(name).isEmpty());
         QVERIFY(platform.registry->servicesNamed(name).isEmpty());
     }
 
     void registryFiles_data()
     {
-        QTest::addColumn<QVariant>("file"); // absent: no such file
+        QTest::addColumn<QByteArray>("file"); // null: no such file
         QTest::addColumn<QString>("services");
         QTest::addColumn<bool>("problem");
         const QByteArray two = xml("<array><dict><key>IOClass</key><string>first</string></dict><string>stray</string>"
                                    "<dict><key>IOClass</key><string>second</string></dict></array>");
         QTest::newRow("two services, a stray text skipped")
-            << QVariant(two) << u"[{IOClass: \"first\"}, {IOClass: \"second\"}]"_s << false;
-        QTest::newRow("no file") << absent << u"[]"_s << false;
-        QTest::newRow("empty file: ioreg found nothing") << QVariant(QByteArray()) << u"[]"_s << false;
-        QTest::newRow("truncated") << QVariant(two.left(two.size() / 2)) << u"[]"_s << true;
-        QTest::newRow("root is a dictionary") << QVariant(xml("<dict/>")) << u"[]"_s << true;
+            << two << u"[{IOClass: \"first\"}, {IOClass: \"second\"}]"_s << false;
+        QTest::newRow("no file") << QByteArray() << u"[]"_s << false;
+        QTest::newRow("empty file: ioreg found nothing") << ""_ba << u"[]"_s << false;
+        QTest::newRow("truncated") << two.left(two.size() / 2) << u"[]"_s << true;
+        QTest::newRow("root is a dictionary") << xml("<dict/>") << u"[]"_s << true;
     }
 
     void registryFiles()
     {
-        QFETCH(QVariant, file);
+        QFETCH(QByteArray, file);
         Capture capture;
-        if (file.isValid()) {
-            capture.write(u"registry/class/AppleSMC.plist"_s, file.toByteArray());
-            capture.write(u"registry/name/SMC.plist"_s, file.toByteArray());
-        }
+        capture.write(u"registry/class/AppleSMC.plist"_s, file);
+        capture.write(u"registry/name/SMC.plist"_s, file);
         const auto folder = capture.open();
         const Platform platform = makeCapturePlatform(folder);
         QTEST(propertyText(platform.registry->servicesOfClass(u"AppleSMC"_s)), "services");
@@ -289,27 +272,19 @@ private Q_SLOTS:
         QTEST(namesProblem(*folder, u"registry/name/SMC.plist"_s), "problem");
     }
 
+    // Kernel values as a Mac's kernel would hand them over; the usual values are replayed by
+    // the capture writer's tests.
     void kernelFile_data()
     {
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QByteArray>("name");
         QTest::addColumn<QString>("reading");
-        const QByteArray kernel
-            = R"({"kern.osversion": "24B83", "hw.memsize": 17179869184, "hw.hex32": {"hex": "ffffffff"},
-            "hw.hex64": {"hex": "FEFFFFFFFFFFFFFF"}, "hw.hexodd": {"hex": "fff"}, "hw.real": 2.5, "kern.boottime": 1763200000,
-            "vm.swapusage": {"total": 3221225472, "used": 2147483648, "available": 1073741824}})";
-        QTest::newRow("text") << kernel << "kern.osversion"_ba << u"24B83"_s;
-        QTest::newRow("64-bit integer") << kernel << "hw.memsize"_ba << u"17179869184"_s;
-        QTest::newRow("raw 4 bytes holding -1") << kernel << "hw.hex32"_ba << u"-1"_s;
+        const QByteArray kernel = R"({"kern.osversion": "24B83", "hw.hex64": {"hex": "FEFFFFFFFFFFFFFF"},
+            "hw.hexodd": {"hex": "fff"}, "hw.real": 2.5, "vm.swapusage": {"total": 3, "used": 2}})";
         QTest::newRow("raw 8 bytes, upper case") << kernel << "hw.hex64"_ba << u"-2"_s;
         QTest::newRow("raw odd digits") << kernel << "hw.hexodd"_ba << nothingRead;
         QTest::newRow("real") << kernel << "hw.real"_ba << nothingRead;
-        QTest::newRow("missing") << kernel << "hw.logicalcpu"_ba << nothingRead;
-        // 1 763 200 000 s after 1970: 15 November 2025, 09:46:40 UTC.
-        QTest::newRow("boot time") << kernel << "kern.boottime"_ba << u"2025-11-15T09:46:40Z"_s;
-        QTest::newRow("swap") << kernel << "vm.swapusage"_ba << u"3221225472 2147483648 1073741824"_s;
-        QTest::newRow("swap with a member missing") << R"({"vm.swapusage": {"total": 3, "used": 2}})"_ba
-                                                    << "vm.swapusage"_ba << nothingRead;
+        QTest::newRow("swap with a member missing") << kernel << "vm.swapusage"_ba << nothingRead;
         QTest::newRow("truncated file") << R"({"hw.memsize": 171)"_ba
                                         << "hw.memsize"_ba << u"kernel.json"_s;
         QTest::newRow("root is an array") << R"([{"hw.memsize": 1}])"_ba
@@ -333,12 +308,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("file"); // null: no such file
         QTest::addColumn<QString>("read"); // host name, version, thermal state (0 nominal ... 3 critical, 4 unknown)
-        const QByteArray process = R"({"hostName": "mac", "operatingSystemVersion": "Version 15.1", "thermalState": )";
-        QTest::newRow("critical") << process + "3}" << u"mac, Version 15.1, 3"_s;
-        QTest::newRow("beyond critical") << process + "4}" << u"mac, Version 15.1, 4"_s;
-        QTest::newRow("fractional") << process + "1.5}" << u"mac, Version 15.1, 4"_s;
-        QTest::newRow("as text") << process + "\"2\"}" << u"mac, Version 15.1, 4"_s;
-        QTest::newRow("no file") << QByteArray() << u", , 4"_s;
+        const auto process = [](const char *state) -> QByteArray {
+            return R"({"hostName": "mac", "operatingSystemVersion": "Version 15.1", "thermalState": )"
+                + QByteArray(state) + '}';
+        };
+        QTest::newRow("critical") << process("3") << u"mac, Version 15.1, 3"_s;
+        QTest::newRow("beyond critical") << process("4") << u"mac, Version 15.1, 4"_s;
+        QTest::newRow("as text") << process(R"("2")") << u"mac, Version 15.1, 4"_s;
         QTest::newRow("root is an array") << "[0]"_ba << u", , 4"_s;
     }
 
@@ -346,8 +322,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, file);
         Capture capture;
-        if (!file.isNull())
-            capture.write(u"process.json"_s, file);
+        capture.write(u"process.json"_s, file);
         const auto folder = capture.open();
         const Platform platform = makeCapturePlatform(folder);
         QTEST(u"%1, %2, %3"_s.arg(platform.process->hostName(), platform.process->operatingSystemVersion())
@@ -358,20 +333,17 @@ private Q_SLOTS:
 
     void specialFilesNeverBlock()
     {
-        // A folder, a named pipe and an endless device in place of answer files: reading them
-        // must neither block nor fill the memory.
+        // A named pipe and an endless device in place of answer files: reading them must neither
+        // block nor fill the memory.
         Capture capture;
-        QDir(capture.dir.path()).mkpath(u"profiler/SPUSBDataType.json"_s);
-        QDir(capture.dir.path()).mkpath(u"registry/class"_s);
+        QDir(capture.dir.path()).mkpath(u"profiler"_s);
         QCOMPARE(
             ::mkfifo(QFile::encodeName(capture.dir.filePath(u"profiler/SPAudioDataType.json"_s)).constData(), 0600), 0);
-        QVERIFY(QFile::link(u"/dev/zero"_s, capture.dir.filePath(u"registry/class/AppleSMC.plist"_s)));
         QVERIFY(QFile::link(u"/dev/zero"_s, capture.dir.filePath(u"kernel.json"_s)));
         const auto folder = capture.open();
         const Platform platform = makeCapturePlatform(folder);
-        QCOMPARE(profilerOutcome(platform, u"SPUSBDataType"_s), unreadable);
-        QCOMPARE(profilerOutcome(platform, u"SPAudioDataType"_s), unreadable);
-        QVERIFY(platform.registry->servicesOfClass(u"AppleSMC"_s).isEmpty());
+        QCOMPARE(answerText(SystemProfiler::items(*platform.profiler, u"SPAudioDataType"_s)), unreadable);
+        QCOMPARE(kernelReading(*platform.kernel, "hw.memsize"), nothingRead);
         QVERIFY(namesProblem(*folder, u"profiler/SPAudioDataType.json"_s));
         QVERIFY(namesProblem(*folder, u"kernel.json"_s));
     }

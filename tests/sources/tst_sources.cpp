@@ -1,5 +1,5 @@
 #include "isolated_home.h"
-#include "kernel_reading.h"
+#include "readings.h"
 
 #include "core/formatting.h"
 #include "sources/mac_models.h"
@@ -16,18 +16,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// A profiler that hands back a prepared run and keeps the arguments it was given.
-class RecordingProfiler final : public ProfilerSource
-{
-public:
-    mutable QStringList arguments;
-    ProcessOutput run(const QStringList &given) const override
-    {
-        arguments = given;
-        return { true, {}, 0, R"({"SPUSBDataType": []})" };
-    }
-};
 
 // A profiler item holding one JSON literal under "v".
 PropertyDictionary item(const char *literal)
@@ -80,26 +68,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, output);
         const bool started = exitStatus >= 0;
         const ProcessOutput run { started, started ? QString() : u"No such file or directory"_s, exitStatus, output };
-        const auto answer = SystemProfiler::parseAnswer(run, u"SPUSBDataType"_s);
-        QString outcome;
-        if (const auto *failure = std::get_if<SystemProfiler::Failure>(&answer)) {
-            outcome = failure->description();
-        } else {
-            QStringList names;
-            for (const PropertyDictionary &item : std::get<QList<PropertyDictionary>>(answer))
-                names << item.value(u"_name"_s).toString();
-            outcome = u'[' + names.join(u", "_s) + u']';
-        }
-        QTEST(outcome, "outcome");
-    }
-
-    void profilerArguments()
-    {
-        RecordingProfiler profiler;
-        SystemProfiler::items(profiler, u"SPUSBDataType"_s);
-        QCOMPARE(profiler.arguments, QStringList({ u"-json"_s, u"SPUSBDataType"_s }));
-        SystemProfiler::items(profiler, u"SPUSBDataType"_s, u"mini"_s);
-        QCOMPARE(profiler.arguments, QStringList({ u"-json"_s, u"SPUSBDataType"_s, u"-detailLevel"_s, u"mini"_s }));
+        QTEST(answerText(SystemProfiler::parseAnswer(run, u"SPUSBDataType"_s)), "outcome");
     }
 
     void accessors_data()
@@ -119,8 +88,6 @@ private Q_SLOTS:
         row("a half is true", item("0.5"), { u"0.5"_s, u"0.5"_s, u"0"_s, u"Oui"_s });
         row("integral real", item("12.0"), { u"12"_s, u"12"_s, u"12"_s, u"Oui"_s });
         row("1e21", item("1e21"), { u"1e+21"_s, u"1e+21"_s, none, u"Oui"_s });
-        row("smallest 64-bit integer", item("-9223372036854775808"),
-            { u"-9223372036854775808"_s, u"-9223372036854775808"_s, u"-9223372036854775808"_s, u"Oui"_s });
         row("above the signed range", { { u"v"_s, std::numeric_limits<quint64>::max() } },
             { u"18446744073709551615"_s, u"18446744073709551616"_s, none, u"Oui"_s });
         row("text 12.5", item(R"("12.5")"), { u"12.5"_s, u"12.5"_s, none, none });
@@ -133,7 +100,6 @@ private Q_SLOTS:
         row("texts joined", item(R"(["a", "b"])"), { u"a, b"_s, none, none, none });
         row("mixed array", item(R"([1, "a", true, 2.5])"), { u"1, a, 1, 2.5"_s, none, none, none });
         row("empty array", item("[]"), { none, none, none, none });
-        row("object", item(R"({"a": "b"})"), { none, none, none, none });
         row("null", item("null"), { none, none, none, none });
     }
 
@@ -155,30 +121,20 @@ private Q_SLOTS:
         QTest::addColumn<QString>("reading");
         const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
         QTest::newRow("4 bytes holding -1") << "hw.memsize"_ba << hex("ffffffff") << u"-1"_s;
-        QTest::newRow("4 bytes, smallest") << "hw.memsize"_ba << hex("00000080") << u"-2147483648"_s;
         QTest::newRow("8 bytes, 16 GiB") << "hw.memsize"_ba << hex("0000000004000000") << u"17179869184"_s;
         QTest::newRow("2 bytes") << "hw.memsize"_ba << hex("0100") << none;
-        QTest::newRow("16 bytes") << "hw.memsize"_ba << QByteArray(16, '\1') << none;
         QTest::newRow("text to the first zero") << "kern.osversion"_ba << QByteArray("24B83\0x\0", 8) << u"24B83"_s;
         QTest::newRow("text without a zero") << "kern.osversion"_ba
                                              << "15.1"_ba << u"15.1"_s;
         QTest::newRow("only a zero byte") << "kern.osversion"_ba << QByteArray(1, '\0') << u""_s;
-        QTest::newRow("invalid UTF-8 replaced") << "kern.osversion"_ba
-                                                << QByteArray("a\xff"
-                                                              "b\0",
-                                                       4)
-                                                << u"a\uFFFDb"_s;
+        QTest::newRow("invalid UTF-8 replaced") << "kern.osversion"_ba << hex("61ff6200") << u"a\uFFFDb"_s;
         QTest::newRow("no bytes") << "kern.osversion"_ba << QByteArray() << none;
         // 1 763 200 000 s = 20 407 days + 35 200 s after 1970; 999 999 µs ignored.
         QTest::newRow("boot time") << "kern.boottime"_ba << hex("004c1869000000003f420f0000000000")
                                    << u"2025-11-15T09:46:40Z"_s;
         QTest::newRow("boot time of 8 bytes") << "kern.boottime"_ba << hex("004c186900000000") << none;
         // total 3 GiB, available 1 GiB, used 2 GiB, then page size and encryption flag.
-        const QByteArray swap = hex("000000c000000000"
-                                    "0000004000000000"
-                                    "0000008000000000"
-                                    "00400000"
-                                    "01000000");
+        const QByteArray swap = hex("000000c000000000000000400000000000000080000000000040000001000000");
         QTest::newRow("swap") << "vm.swapusage"_ba << swap << u"3221225472 2147483648 1073741824"_s;
         QTest::newRow("swap of 24 bytes") << "vm.swapusage"_ba << swap.left(24) << none;
     }
@@ -202,12 +158,9 @@ private Q_SLOTS:
             << u"spdisplays_built-in-liquid-retina-xdr"_s << u"Liquid Retina XDR intégré"_s;
         QTest::newRow("unknown built-in panel by the rule")
             << u"spdisplays_built-in-mini-led"_s << u"Built in mini led"_s;
-        QTest::newRow("audio USB") << u"coreaudio_device_type_usb"_s << u"USB"_s;
-        QTest::newRow("S.M.A.R.T. verified") << u"Verified"_s << u"Vérifié"_s;
         QTest::newRow("Yes is not a table word") << u"Yes"_s << u"Yes"_s;
         QTest::newRow("coreaudio prefix") << u"coreaudio_output"_s << u"Output"_s;
         QTest::newRow("ordinary name with the prefix") << u"spare_part"_s << u"Part"_s;
-        QTest::newRow("accented first letter") << u"spx_état"_s << u"État"_s;
         QTest::newRow("full upper-casing") << u"spx_ßig"_s << u"SSig"_s;
         QTest::newRow("empty tail") << u"sp_"_s << u"sp_"_s;
         QTest::newRow("no known prefix") << u"Intel_HD"_s << u"Intel_HD"_s;
@@ -239,12 +192,6 @@ private Q_SLOTS:
         QTEST(MacModels::commercialName(identifier).value_or(none), "name");
     }
 
-    void inchMarksAreDoublePrimes()
-    {
-        for (const MacModels::Model &model : MacModels::table())
-            QVERIFY2(!model.name.contains(u'"') && !model.name.contains(u'\u201D'), qPrintable(model.name));
-    }
-
     void decodeOverrides_data()
     {
         QTest::addColumn<QByteArray>("json");
@@ -256,7 +203,6 @@ private Q_SLOTS:
             << R"({"Mac16,7": {"name": "A", "year": 2024}, "Mac99,1": {"name": "B"}})"_ba << none;
         QTest::newRow("fractional year") << R"({"Mac99,1": {"name": "B", "year": 2024.5}})"_ba << none;
         QTest::newRow("year as text") << R"({"Mac99,1": {"name": "B", "year": "2024"}})"_ba << none;
-        QTest::newRow("name as number") << R"({"Mac99,1": {"name": 42, "year": 2024}})"_ba << none;
         QTest::newRow("entry not an object") << R"({"Mac99,1": "B"})"_ba << none;
         QTest::newRow("top level array") << R"([{"name": "B", "year": 2024}])"_ba << none;
         QTest::newRow("not JSON") << "Mac99,1 = B"_ba << none;
@@ -266,12 +212,9 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, json);
         const auto decoded = MacModels::decodeOverrides(json);
-        QString entries = none;
-        if (decoded) {
-            entries.clear();
-            for (auto it = decoded->cbegin(); it != decoded->cend(); ++it)
-                entries += it.key() + u'=' + it->name + u", "_s + QString::number(it->year);
-        }
+        QString entries = decoded ? QString() : none;
+        for (const auto &[identifier, model] : decoded.value_or(QHash<QString, MacModels::Model>()).asKeyValueRange())
+            entries += identifier + u'=' + model.name + u", "_s + QString::number(model.year);
         QTEST(entries, "decoded");
     }
 };

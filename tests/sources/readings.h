@@ -1,25 +1,20 @@
 #pragma once
 
 #include "sources/sysctl.h"
+#include "sources/system_profiler.h"
 
 #include <QStringList>
 
 // A kernel that holds the raw bytes of one value; any other name cannot be read.
-class OneValueKernel final : public KernelSource
+struct OneValueKernel final : KernelSource
 {
-public:
-    OneValueKernel(QByteArray name, std::optional<QByteArray> bytes)
-        : m_name(std::move(name)), m_bytes(std::move(bytes))
+    QByteArray name;
+    std::optional<QByteArray> bytes;
+    OneValueKernel(QByteArray n, std::optional<QByteArray> b) : name(std::move(n)), bytes(std::move(b)) { }
+    std::optional<QByteArray> value(const QByteArray &asked) const override
     {
+        return asked == name ? bytes : std::nullopt;
     }
-    std::optional<QByteArray> value(const QByteArray &name) const override
-    {
-        return name == m_name ? m_bytes : std::nullopt;
-    }
-
-private:
-    QByteArray m_name;
-    std::optional<QByteArray> m_bytes;
 };
 
 inline const QString nothingRead = QStringLiteral("(rien)");
@@ -41,4 +36,15 @@ inline QString kernelReading(const KernelSource &kernel, const QByteArray &name)
         return number ? QString::number(*number) : nothingRead;
     }
     return Sysctl::string(kernel, name).value_or(nothingRead);
+}
+
+// A profiler answer in words: the failure text, or the item names in brackets ("[hub, clé]").
+inline QString answerText(const std::variant<QList<PropertyDictionary>, SystemProfiler::Failure> &answer)
+{
+    if (const auto *failure = std::get_if<SystemProfiler::Failure>(&answer))
+        return failure->description();
+    QStringList names;
+    for (const PropertyDictionary &item : std::get<QList<PropertyDictionary>>(answer))
+        names << item.value(QStringLiteral("_name")).toString();
+    return u'[' + names.join(QStringLiteral(", ")) + u']';
 }
