@@ -164,10 +164,17 @@ void MainWindowController::startExport()
             return;
         self->m_pendingText = self->buildReportText();
         const QDateTime now = self->m_state.platform().clock->now();
-        const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
         const QString name = ReportBuilder::suggestedFileName(self->m_state.hardware(), now);
-        Q_EMIT self->saveRequested(QUrl::fromLocalFile(QDir(folder).filePath(name)));
+        Q_EMIT self->saveRequested(QUrl::fromLocalFile(QDir(self->proposedFolder()).filePath(name)));
     });
+}
+
+QString MainWindowController::proposedFolder() const
+{
+    if (!m_proposedFolder.isEmpty())
+        return m_proposedFolder;
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(documents).exists() ? documents : QDir::homePath();
 }
 
 QString MainWindowController::buildReportText() const

@@ -110,6 +110,11 @@ public:
     // The text waiting for its file while the save dialog is open.
     QString pendingReportText() const { return m_pendingText; }
 
+    // The folder where the save dialog proposes the report: the user's documents folder
+    // by default (the home folder when there is none).
+    void setProposedFolder(const QString &folder) { m_proposedFolder = folder; }
+    QString proposedFolder() const;
+
     // Shows a written file to the user; the file manager by default.
     void setFileRevealer(std::function<void(const QString &)> revealer) { m_reveal = std::move(revealer); }
 
@@ -141,6 +146,7 @@ private:
     bool m_isVisible = false;
     bool m_isExporting = false;
     QString m_pendingText;
+    QString m_proposedFolder;
     QHash<AppSection, SectionState *> m_sectionStates;
     SectionListModel *m_sections = nullptr;
     ScreenData *m_data = nullptr;

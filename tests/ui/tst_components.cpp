@@ -5,6 +5,7 @@
 #include "ui/main_window_controller.h"
 #include "ui/theme.h"
 
+#include <QFile>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -409,6 +410,47 @@ WorkshopSettingsView { width: 460 }
         QCOMPARE(workshop.workshopName(), u"Atelier"_s);
         QSettings reread(folder.filePath(u"p.ini"_s), QSettings::IniFormat);
         QCOMPARE(reread.value(u"workshop.name"_s).toString(), u"Atelier"_s);
+    }
+
+    void exportAsksForAFileThenWritesItOrRaisesTheAlert()
+    {
+        UiTest::App app(u"sample"_s);
+        QQmlApplicationEngine engine;
+        QuillonApp::prepareEngine(engine);
+        QVERIFY(app.app->openWindows(engine));
+        QObject *window = engine.rootObjects().constFirst();
+        QObject *saveDialog = window->findChild<QObject *>(u"saveDialog"_s);
+        QObject *alert = window->findChild<QObject *>(u"failureAlert"_s);
+        QVERIFY(saveDialog && alert);
+        MainWindowController &controller = app.app->mainWindow();
+        QStringList revealed;
+        controller.setFileRevealer([&revealed](const QString &path) { revealed << path; });
+
+        controller.setProposedFolder(app.folder.path());
+        controller.startExport();
+        QTRY_VERIFY_WITH_TIMEOUT(saveDialog->property("visible").toBool(), 10000);
+        QCOMPARE(saveDialog->property("title").toString(), u"Exporter le bilan"_s);
+        const QString path = app.folder.filePath(u"Bilan-MacBook-Pro-2026-11-16.txt"_s);
+        QCOMPARE(saveDialog->property("selectedFile").toUrl(), QUrl::fromLocalFile(path));
+
+        // The user keeps the proposed file: it is written and shown.
+        QMetaObject::invokeMethod(saveDialog, "accept");
+        QTRY_VERIFY(!controller.isExporting());
+        QCOMPARE(revealed, QStringList { path });
+        QVERIFY(QFile::exists(path));
+        QVERIFY(!alert->property("visible").toBool());
+
+        // A file that cannot be written: the alert with the system's explanation.
+        controller.setProposedFolder(app.folder.filePath(u"absent"_s));
+        controller.startExport();
+        QTRY_VERIFY_WITH_TIMEOUT(saveDialog->property("visible").toBool(), 10000);
+        QMetaObject::invokeMethod(saveDialog, "accept");
+        QTRY_VERIFY(alert->property("visible").toBool());
+        QCOMPARE(alert->property("text").toString(), u"Export impossible"_s);
+        QVERIFY(!alert->property("informativeText").toString().isEmpty());
+        QCOMPARE(revealed.size(), 1);
+        QVERIFY(!controller.isExporting());
+        engine.rootObjects().constFirst()->setProperty("visible", false);
     }
 
     void mainWindowOnADesktop()

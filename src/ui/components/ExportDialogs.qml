@@ -26,6 +26,7 @@ Item {
     FileDialog {
         id: saveDialog
 
+        objectName: "saveDialog"
         title: qsTr("Exporter le bilan")
         fileMode: FileDialog.SaveFile
         defaultSuffix: "txt"
@@ -37,6 +38,7 @@ Item {
     MessageDialog {
         id: failureAlert
 
+        objectName: "failureAlert"
         title: qsTr("Export impossible")
         text: qsTr("Export impossible")
         buttons: MessageDialog.Ok
