@@ -1,5 +1,6 @@
 #include "cli/bilan_run.h"
 
+#include "cli/interruption.h"
 #include "cli/live_readings.h"
 #include "collectors/app_info.h"
 #include "collectors/battery_service.h"
@@ -20,6 +21,12 @@ namespace {
 constexpr int exitSuccess = 0;
 constexpr int exitWriteFailed = 1;
 constexpr int exitBadInput = 2;
+
+int fail(QTextStream &errors, int status, const QString &message)
+{
+    errors << u"quillon-bilan : "_s << message << Qt::endl;
+    return status;
+}
 
 // The stored workshop fields, each replaced by its command-line value when one is given;
 // nothing is written back to the preferences.
@@ -71,10 +78,6 @@ std::optional<QString> writeAtomically(const QString &path, const QByteArray &by
 
 int runBilan(const BilanOptions &options, QTextStream &output, QTextStream &errors)
 {
-    const auto fail = [&errors](int status, const QString &message) {
-        errors << u"quillon-bilan : "_s << message << Qt::endl;
-        return status;
-    };
     if (options.help) {
         output << BilanCommandLine::helpText();
         return exitSuccess;
@@ -84,19 +87,35 @@ int runBilan(const BilanOptions &options, QTextStream &output, QTextStream &erro
         return exitSuccess;
     }
     if (options.saveCapture && !PlatformFactory::runsOnMac())
-        return fail(exitBadInput, u"--save-capture n’est possible que sur un Mac."_s);
+        return fail(errors, exitBadInput, u"--save-capture n’est possible que sur un Mac."_s);
 
     auto opened = PlatformFactory::open(options.capture);
     if (const QString *error = std::get_if<QString>(&opened))
-        return fail(exitBadInput, *error);
-    const Platform platform = std::get<Platform>(opened);
+        return fail(errors, exitBadInput, *error);
+    return runBilan(options, std::get<Platform>(opened), output, errors);
+}
+
+int runBilan(const BilanOptions &options, const Platform &platform, QTextStream &output, QTextStream &errors)
+{
+    // Ctrl-C or SIGTERM ends the profiler runs in flight, so the program ends at once and
+    // leaves no tool running; nothing is printed, recorded or written then.
+    Interruption interruption([&platform](int) {
+        if (platform.profiler)
+            platform.profiler->cancelAll();
+    });
+    const auto interrupted = [&] {
+        return fail(errors, Interruption::exitStatus(interruption.signalNumber()),
+                    u"interrompu, les relevés en cours sont arrêtés."_s);
+    };
 
     if (options.saveCapture) {
         const CaptureWriter::Outcome saved = CaptureWriter::save(platform, *options.saveCapture);
+        if (interruption.signalNumber() != 0)
+            return interrupted();
         for (const QString &note : saved.notes)
             errors << u"quillon-bilan : attention : "_s << note << Qt::endl;
         if (!saved.error.isEmpty())
-            return fail(exitWriteFailed, saved.error);
+            return fail(errors, exitWriteFailed, saved.error);
         output << u"Capture enregistrée dans « %1 »."_s.arg(*options.saveCapture) << Qt::endl;
         return exitSuccess;
     }
@@ -108,6 +127,8 @@ int runBilan(const BilanOptions &options, QTextStream &output, QTextStream &erro
     if (wantsReport) {
         LiveReadings readings(platform);
         loadEverything(state);
+        if (interruption.signalNumber() != 0)
+            return interrupted();
         const LiveValues live = readings.finish();
         for (const QString &problem : PlatformFactory::captureProblems(platform))
             errors << u"quillon-bilan : attention : "_s << problem << Qt::endl;
@@ -124,7 +145,7 @@ int runBilan(const BilanOptions &options, QTextStream &output, QTextStream &erro
 
     if (report && options.output) {
         if (const auto error = writeAtomically(*options.output, report->toUtf8()))
-            return fail(exitWriteFailed, u"écriture impossible de « %1 » : %2"_s.arg(*options.output, *error));
+            return fail(errors, exitWriteFailed, u"écriture impossible de « %1 » : %2"_s.arg(*options.output, *error));
     } else if (report && !options.journalCsv) {
         output << *report;
     }

@@ -38,7 +38,11 @@ AppState::AppState(Platform platform, QObject *parent) : QObject(parent), m_plat
 
 AppState::~AppState()
 {
+    // Runs still waiting for the profiler tool are ended rather than waited for, so that
+    // quitting never hangs and leaves no child process behind.
     m_pool.clear();
+    if (m_pool.activeThreadCount() > 0 && m_platform.profiler)
+        m_platform.profiler->cancelAll();
     m_pool.waitForDone();
 }
 

@@ -32,6 +32,8 @@ class AppState : public QObject
 
 public:
     explicit AppState(Platform platform, QObject *parent = nullptr);
+    // Ends the profiler runs still in flight (ProfilerSource::cancelAll), then waits for the
+    // collectors to return: never for the tool itself.
     ~AppState() override;
 
     const Platform &platform() const { return m_platform; }

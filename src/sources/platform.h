@@ -32,6 +32,10 @@ public:
     virtual ~ProfilerSource() = default;
     // Runs "/usr/sbin/system_profiler" with these arguments and waits for its end.
     virtual ProcessOutput run(const QStringList &arguments) const = 0;
+    // Ends every run in flight, each returning at once as a run that failed, and refuses
+    // any later run: called when the program ends while runs may still wait for the tool.
+    // It cannot be undone. Answers that are already at hand (a capture) have nothing to end.
+    virtual void cancelAll() const {}
 };
 
 class KernelSource

@@ -65,6 +65,11 @@ ProcessOutput MacProfilerSource::run(const QStringList &arguments) const
     return output;
 }
 
+void MacProfilerSource::cancelAll() const
+{
+    terminateAll();
+}
+
 void MacProfilerSource::terminateAll()
 {
     quitting.store(true);

@@ -14,6 +14,8 @@ public:
     explicit MacProfilerSource(QString program = QString::fromUtf16(systemProfilerPath));
 
     ProcessOutput run(const QStringList &arguments) const override;
+    // The same as terminateAll().
+    void cancelAll() const override;
 
     // Ends every run in flight and refuses any later one, so that quitting never waits for
     // the tool: each run kills its own child within a fraction of a second and returns. To

@@ -1,0 +1,230 @@
+#include "common/test_main.h"
+
+#include "cli/bilan_run.h"
+#include "cli/interruption.h"
+#include "core/app_state.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <csignal>
+#include <mutex>
+#include <thread>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A system profiler whose answer never comes: every run waits until cancelAll(). A run that
+// is still waiting after a minute gives up and says so, so that a missing cancellation
+// fails the test instead of hanging it.
+class NeverAnsweringProfiler final : public ProfilerSource
+{
+public:
+    ProcessOutput run(const QStringList &arguments) const override
+    {
+        std::unique_lock lock(m_mutex);
+        m_started.append(arguments.value(1));
+        ++m_waiting;
+        m_changed.notify_all();
+        const bool cancelled = m_changed.wait_for(lock, std::chrono::minutes(1), [this] { return m_cancelled; });
+        --m_waiting;
+        if (!cancelled)
+            ++m_gaveUp;
+        m_changed.notify_all();
+        // What a tool ended by a kill gives: a failed run.
+        return ProcessOutput{true, {}, 9, {}};
+    }
+
+    void cancelAll() const override
+    {
+        std::lock_guard lock(m_mutex);
+        m_cancelled = true;
+        m_changed.notify_all();
+    }
+
+    // Waits (a minute at most) until `count` runs are waiting for their answer.
+    bool waitForWaitingRuns(int count) const
+    {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, std::chrono::minutes(1), [&] { return m_waiting == count; });
+    }
+
+    int waiting() const { std::lock_guard lock(m_mutex); return m_waiting; }
+    int gaveUp() const { std::lock_guard lock(m_mutex); return m_gaveUp; }
+    bool cancelled() const { std::lock_guard lock(m_mutex); return m_cancelled; }
+    QStringList started() const { std::lock_guard lock(m_mutex); return m_started; }
+
+private:
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_changed;
+    mutable int m_waiting = 0;
+    mutable int m_gaveUp = 0;
+    mutable bool m_cancelled = false;
+    mutable QStringList m_started;
+};
+
+class NoRegistry final : public RegistrySource
+{
+public:
+    QList<PropertyDictionary> servicesOfClass(const QString &) const override { return {}; }
+    QList<PropertyDictionary> servicesNamed(const QString &) const override { return {}; }
+};
+
+class NoKernel final : public KernelSource
+{
+public:
+    std::optional<QByteArray> value(const QByteArray &) const override { return std::nullopt; }
+};
+
+class NoPowerSources final : public PowerSourceList
+{
+public:
+    QList<PropertyDictionary> descriptions() const override { return {}; }
+};
+
+class NoProcess final : public ProcessInformation
+{
+public:
+    QString hostName() const override { return {}; }
+    QString operatingSystemVersion() const override { return {}; }
+    ThermalState thermalState() const override { return ThermalState::unknown; }
+};
+
+class FixedClock final : public Clock
+{
+public:
+    QDateTime now() const override { return QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC); }
+};
+
+Platform platformWith(std::shared_ptr<const ProfilerSource> profiler)
+{
+    Platform platform;
+    platform.profiler = std::move(profiler);
+    platform.kernel = std::make_shared<NoKernel>();
+    platform.registry = std::make_shared<NoRegistry>();
+    platform.powerSources = std::make_shared<NoPowerSources>();
+    platform.process = std::make_shared<NoProcess>();
+    platform.clock = std::make_shared<FixedClock>();
+    return platform;
+}
+
+// The machine without a battery asks the profiler for the hardware, the storage and the
+// seven device sections at once; the battery collector stops before asking it.
+constexpr int runsOfAFullLoad = 9;
+
+} // namespace
+
+class TestInterruptedRuns : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void endingTheStateEndsRunsThatNeverAnswer()
+    {
+        auto profiler = std::make_shared<NeverAnsweringProfiler>();
+        auto state = std::make_unique<AppState>(platformWith(profiler));
+        bool finished = false;
+        state->loadEverything(false, [&finished] { finished = true; });
+        QVERIFY(profiler->waitForWaitingRuns(runsOfAFullLoad));
+        QVERIFY(!profiler->cancelled());
+
+        state.reset();
+
+        QVERIFY(profiler->cancelled());
+        QCOMPARE(profiler->waiting(), 0);
+        QCOMPARE(profiler->gaveUp(), 0);
+        // The state is gone: nothing is delivered to it afterwards.
+        QCoreApplication::processEvents();
+        QVERIFY(!finished);
+    }
+
+    void endingAnIdleStateCancelsNothing()
+    {
+        auto profiler = std::make_shared<NeverAnsweringProfiler>();
+        { AppState state(platformWith(profiler)); }
+        QVERIFY(!profiler->cancelled());
+        QVERIFY(profiler->started().isEmpty());
+    }
+
+    void interruptedBilanEndsItsRunsAndSaysSo_data()
+    {
+        QTest::addColumn<int>("signalNumber");
+        QTest::addColumn<int>("exitStatus");
+        QTest::newRow("SIGINT (Ctrl-C)") << SIGINT << 130;
+        QTest::newRow("SIGTERM") << SIGTERM << 143;
+    }
+
+    void interruptedBilanEndsItsRunsAndSaysSo()
+    {
+        QFETCH(int, signalNumber);
+        QFETCH(int, exitStatus);
+        QTemporaryDir folder;
+        QVERIFY(folder.isValid());
+        BilanOptions options;
+        options.output = folder.filePath(u"bilan.txt"_s);
+        auto profiler = std::make_shared<NeverAnsweringProfiler>();
+        // The signal comes from elsewhere while every run waits for the tool.
+        std::thread sender([&] {
+            if (profiler->waitForWaitingRuns(runsOfAFullLoad))
+                ::kill(::getpid(), signalNumber);
+        });
+        QString output;
+        QString errors;
+        QTextStream outputStream(&output);
+        QTextStream errorStream(&errors);
+
+        const int status = runBilan(options, platformWith(profiler), outputStream, errorStream);
+        sender.join();
+
+        QCOMPARE(status, exitStatus);
+        QCOMPARE(errors, u"quillon-bilan : interrompu, les relevés en cours sont arrêtés.\n"_s);
+        QCOMPARE(output, QString());
+        QVERIFY(!QFile::exists(*options.output));
+        QCOMPARE(profiler->waiting(), 0);
+        QCOMPARE(profiler->gaveUp(), 0);
+    }
+
+    void interruptionCallsBackOnceAndRestoresTheSignals_data()
+    {
+        QTest::addColumn<int>("signalNumber");
+        QTest::newRow("SIGINT (Ctrl-C)") << SIGINT;
+        QTest::newRow("SIGTERM") << SIGTERM;
+    }
+
+    void interruptionCallsBackOnceAndRestoresTheSignals()
+    {
+        QFETCH(int, signalNumber);
+        // A handler of the test's own stands for "the previous handling".
+        static std::atomic<int> previousHandlerCalls = 0;
+        previousHandlerCalls = 0;
+        struct sigaction own = {};
+        own.sa_handler = [](int) { ++previousHandlerCalls; };
+        sigemptyset(&own.sa_mask);
+        struct sigaction saved = {};
+        sigaction(signalNumber, &own, &saved);
+
+        std::atomic<int> calledWith = 0;
+        {
+            Interruption interruption([&calledWith](int number) { calledWith = number; });
+            QCOMPARE(interruption.signalNumber(), 0);
+            QCOMPARE(std::raise(signalNumber), 0);
+            QTRY_COMPARE_WITH_TIMEOUT(calledWith.load(), signalNumber, 10000);
+            QCOMPARE(interruption.signalNumber(), signalNumber);
+            QCOMPARE(previousHandlerCalls.load(), 0);
+            QCOMPARE(Interruption::exitStatus(signalNumber), 128 + signalNumber);
+        }
+        QCOMPARE(std::raise(signalNumber), 0);
+        QCOMPARE(previousHandlerCalls.load(), 1);
+        sigaction(signalNumber, &saved, nullptr);
+    }
+};
+
+QUILLON_TEST_MAIN(TestInterruptedRuns)
+#include "tst_interrupted_runs.moc"
