@@ -7,8 +7,6 @@
 #include <QGuiApplication>
 #include <QMetaEnum>
 
-#include <cctype>
-
 using namespace Qt::StringLiterals;
 
 Theme::Theme(QObject *parent) : QObject(parent), m_dark(isDarkPalette(QGuiApplication::palette()))
@@ -115,17 +113,21 @@ QString Theme::symbolSource(const QString &name, const QColor &colour) const
     return SymbolProvider::source(name, colour);
 }
 
-QColor Theme::paletteColour(const QString &role) const
+QVariantMap Theme::controlColours() const
 {
+    // Role names as QML writes them: "window", "windowText", "toolTipBase"…
+    const QPalette palette = controlsPalette(m_dark);
     const QMetaEnum roles = QMetaEnum::fromType<QPalette::ColorRole>();
-    QByteArray key = role.toLatin1();
-    if (!key.isEmpty())
-        key[0] = char(std::toupper(static_cast<unsigned char>(key[0])));
-    bool known = false;
-    const int value = roles.keyToValue(key.constData(), &known);
-    if (!known)
-        return primary();
-    return controlsPalette(m_dark).color(QPalette::ColorRole(value));
+    QVariantMap colours;
+    for (int i = 0; i < roles.keyCount(); ++i) {
+        const auto role = QPalette::ColorRole(roles.value(i));
+        if (role >= QPalette::NColorRoles)
+            continue;
+        QString name = QString::fromLatin1(roles.key(i));
+        name[0] = name[0].toLower();
+        colours.insert(name, palette.color(role));
+    }
+    return colours;
 }
 
 QPalette Theme::controlsPalette(bool dark)

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPalette>
 #include <QString>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 // Colours by role and the type ramp, in one place. The roles are the ones the screens
@@ -39,6 +40,9 @@ class Theme : public QObject
     Q_PROPERTY(QColor sidebarBackground READ sidebarBackground NOTIFY appearanceChanged)
     // Text drawn on the accent colour (the selected sidebar row).
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY appearanceChanged)
+    // The palette of the standard controls for the current appearance, by role name
+    // ("window", "base", "buttonText"…); see controlsPalette.
+    Q_PROPERTY(QVariantMap controlColours READ controlColours NOTIFY appearanceChanged)
 
     // The type ramp, in points.
     Q_PROPERTY(int body READ body CONSTANT)
@@ -84,9 +88,7 @@ public:
     // The image source of a symbol drawn in `colour` (see SymbolProvider).
     Q_INVOKABLE QString symbolSource(const QString &name, const QColor &colour) const;
 
-    // A colour of the standard controls' palette for the current appearance, by the name of
-    // its role ("window", "base", "buttonText"…); see controlsPalette.
-    Q_INVOKABLE QColor paletteColour(const QString &role) const;
+    QVariantMap controlColours() const;
 
     // A Qt Quick Controls palette matching the light or dark appearance, for the
     // standard controls (text fields, buttons, menus) of the Fusion and Basic styles.

@@ -1,5 +1,8 @@
 #include "ui_test_support.h"
 
+#include "live/battery_monitor.h"
+#include "live/cpu_monitor.h"
+#include "live/lid_angle_monitor.h"
 #include "records/workshop_settings.h"
 #include "ui/device_list_model.h"
 #include "ui/main_window_controller.h"
@@ -451,6 +454,47 @@ WorkshopSettingsView { width: 460 }
         QCOMPARE(revealed.size(), 1);
         QVERIFY(!controller.isExporting());
         engine.rootObjects().constFirst()->setProperty("visible", false);
+    }
+
+    void shortcutsAndClosingTheWindow()
+    {
+        UiTest::App app(u"sample"_s);
+        QQmlApplicationEngine engine;
+        QuillonApp::prepareEngine(engine);
+        QVERIFY(app.app->openWindows(engine));
+        auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+        window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QSignalSpy loaded(&app.app->state(), &AppState::everythingLoaded);
+        QVERIFY(loaded.wait(10000));
+        MainWindowController &controller = app.app->mainWindow();
+
+        // ⌘R refreshes the section on screen.
+        controller.setSelection(AppSection::usb);
+        QVERIFY(!controller.isRefreshing());
+        QTest::keyClick(window, Qt::Key_R, Qt::ControlModifier);
+        QVERIFY(controller.isRefreshing());
+        QTRY_VERIFY_WITH_TIMEOUT(!controller.isRefreshing(), 10000);
+
+        // ⌘, opens the workshop settings.
+        auto settingsShown = [] {
+            for (QWindow *top : QGuiApplication::topLevelWindows()) {
+                if (top->title() == u"Réglages de l'atelier"_s && top->isVisible())
+                    return true;
+            }
+            return false;
+        };
+        QVERIFY(!settingsShown());
+        QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_VERIFY(settingsShown());
+
+        // Closing the main window stops the live monitors.
+        controller.setSelection(AppSection::hardware);
+        QVERIFY(app.app->processorMonitor().isRunning());
+        window->close();
+        QVERIFY(!app.app->processorMonitor().isRunning());
+        QVERIFY(!app.app->batteryMonitor().isRunning());
+        QVERIFY(!app.app->lidAngleMonitor().isRunning());
     }
 
     void mainWindowOnADesktop()

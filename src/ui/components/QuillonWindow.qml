@@ -9,22 +9,22 @@ ApplicationWindow {
     id: root
 
     color: Theme.windowBackground
-    palette.window: Theme.paletteColour("window")
-    palette.windowText: Theme.paletteColour("windowText")
-    palette.base: Theme.paletteColour("base")
-    palette.alternateBase: Theme.paletteColour("alternateBase")
-    palette.text: Theme.paletteColour("text")
-    palette.placeholderText: Theme.paletteColour("placeholderText")
-    palette.button: Theme.paletteColour("button")
-    palette.buttonText: Theme.paletteColour("buttonText")
-    palette.highlight: Theme.paletteColour("highlight")
-    palette.highlightedText: Theme.paletteColour("highlightedText")
-    palette.toolTipBase: Theme.paletteColour("toolTipBase")
-    palette.toolTipText: Theme.paletteColour("toolTipText")
-    palette.link: Theme.paletteColour("link")
-    palette.light: Theme.paletteColour("light")
-    palette.midlight: Theme.paletteColour("midlight")
-    palette.mid: Theme.paletteColour("mid")
-    palette.dark: Theme.paletteColour("dark")
-    palette.shadow: Theme.paletteColour("shadow")
+    palette.window: Theme.controlColours.window
+    palette.windowText: Theme.controlColours.windowText
+    palette.base: Theme.controlColours.base
+    palette.alternateBase: Theme.controlColours.alternateBase
+    palette.text: Theme.controlColours.text
+    palette.placeholderText: Theme.controlColours.placeholderText
+    palette.button: Theme.controlColours.button
+    palette.buttonText: Theme.controlColours.buttonText
+    palette.highlight: Theme.controlColours.highlight
+    palette.highlightedText: Theme.controlColours.highlightedText
+    palette.toolTipBase: Theme.controlColours.toolTipBase
+    palette.toolTipText: Theme.controlColours.toolTipText
+    palette.link: Theme.controlColours.link
+    palette.light: Theme.controlColours.light
+    palette.midlight: Theme.controlColours.midlight
+    palette.mid: Theme.controlColours.mid
+    palette.dark: Theme.controlColours.dark
+    palette.shadow: Theme.controlColours.shadow
 }

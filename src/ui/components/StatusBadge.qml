@@ -12,7 +12,10 @@ Rectangle {
     required property string status
 
     readonly property string label: Presentation.badgeLabel(root.status)
-    readonly property color tone: Theme.colour(Presentation.badgeColourRole(root.status))
+    readonly property string toneRole: Presentation.badgeColourRole(root.status)
+    readonly property color tone: root.toneRole === "green" ? Theme.green
+                                : root.toneRole === "orange" ? Theme.orange
+                                : Theme.secondary
 
     visible: root.label.length > 0
     implicitWidth: text.implicitWidth + 16
