@@ -362,6 +362,27 @@ Column {
         QCOMPARE(full->property("radius").toReal(), 14.0);
     }
 
+    void highlightCardHasItsOwnMetrics()
+    {
+        Scene scene;
+        QQuickItem *root = scene.load(R"(
+import QtQuick
+import QtQuick.Layouts
+import Quillon
+HighlightCard { width: 400; title: "Batterie"; symbol: "battery.75"; accessory: "3:20 restantes"
+                Rectangle { implicitHeight: 10; Layout.fillWidth: true } }
+)");
+        QVERIFY(root);
+        QCOMPARE(root->property("radius").toReal(), 16.0);
+        QVERIFY(shownSymbols(root).first().endsWith(u"/battery.75"_s));
+        QCOMPARE(shownTexts(root), (QStringList { u"Batterie"_s, u"3:20 restantes"_s }));
+        QQuickItem *accessory = shownNamed(root, u"cardAccessory"_s).first();
+        QCOMPARE(accessory->property("font").value<QFont>().pixelSize(), Theme().caption());
+        // Padding 18, header, 15 points, content 10, padding 18.
+        QQuickItem *header = shownNamed(root, u"cardHeader"_s).first();
+        QCOMPARE(root->height(), 18 + header->height() + 15 + 10 + 18);
+    }
+
     void aboutViewShowsNameVersionAndFeatures()
     {
         Scene scene;
@@ -487,6 +508,20 @@ WorkshopSettingsView { width: 460 }
         QVERIFY(!settingsShown());
         QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
         QTRY_VERIFY(settingsShown());
+
+        // The brand block opens the About window; the settings button the settings window.
+        auto shown = [](const QString &title) {
+            for (QWindow *top : QGuiApplication::topLevelWindows()) {
+                if (top->title() == title && top->isVisible())
+                    return true;
+            }
+            return false;
+        };
+        QQuickItem *brand = shownNamed(window->contentItem(), u"sidebarBrand"_s).first();
+        QCOMPARE(shownTexts(brand), (QStringList { u"Quillon"_s, u"Version 0.1.0"_s }));
+        QVERIFY(!shown(u"À propos de Quillon"_s));
+        QTest::mouseClick(window, Qt::LeftButton, {}, brand->mapToScene(QPointF(brand->width() / 2, 10)).toPoint());
+        QTRY_VERIFY(shown(u"À propos de Quillon"_s));
 
         // Closing the main window stops the live monitors.
         controller.setSelection(AppSection::hardware);
