@@ -331,7 +331,7 @@ private Q_SLOTS:
         QCOMPARE(namesProblem(*folder, u"process.json"_s), file == "[0]");
     }
 
-    void specialFilesNeverBlock()
+    void pipesAndDevicesNeverBlock()
     {
         // A named pipe and an endless device in place of answer files: reading them must neither
         // block nor fill the memory.

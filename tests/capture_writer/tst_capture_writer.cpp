@@ -174,8 +174,8 @@ private Q_SLOTS:
         };
         row("not UTF-8", "kern.osversion", "ff00", R"([{"hex":"ff00"}])");
         row("4-byte minus one", "hw.logicalcpu", "ffffffff", "[-1]");
-        // 1794482395 = 0x6AF5A0DB, then 123456 µs and padding.
-        row("boot time", "kern.boottime", "dba0f56a0000000040e2010000000000", "[1794482395]");
+        // 1794482395 = 0x6AF5A0DB, then 999999 µs (0x0F423F), dropped, and padding.
+        row("boot time", "kern.boottime", "dba0f56a000000003f420f0000000000", "[1794482395]");
         row("swap above the signed range", "vm.swapusage",
             "ffffffffffffffff000000000000000000000000000000000040000000000000",
             R"([{"hex":"ffffffffffffffff000000000000000000000000000000000040000000000000"}])");

@@ -39,6 +39,7 @@ private Q_SLOTS:
         QTest::newRow("truncated before rounding") << 999949999.9 << u"999,9\u00A0Mo"_s;
         QTest::newRow("rounds into gigabytes") << 999950000.0 << u"1\u00A0Go"_s;
         QTest::newRow("half up on the decimal form") << 1135000000.0 << u"1,14\u00A0Go"_s;
+        QTest::newRow("2,675 Go, stored below the tie, rounds up") << 2675000000.0 << u"2,68\u00A0Go"_s;
         QTest::newRow("one decimal left") << 500100000000.0 << u"500,1\u00A0Go"_s;
         QTest::newRow("rounds into terabytes") << 999995000000.0 << u"1\u00A0To"_s;
         QTest::newRow("trailing zeros dropped") << 2000398934016.0 << u"2\u00A0To"_s;

@@ -26,7 +26,7 @@ PropertyDictionary item(const char *literal)
     return PropertyValues::dictionaryFromJson(document.object());
 }
 
-const QString none = u"(rien)"_s;
+const QString none = nothingRead;
 const QString unreadable = u"Réponse de system_profiler illisible."_s;
 
 template <typename T, typename Show> QString shown(const std::optional<T> &value, Show show)
@@ -85,7 +85,7 @@ private Q_SLOTS:
         row("false", item("false"), { u"0"_s, u"0"_s, u"0"_s, u"Non"_s });
         row("12.7", item("12.7"), { u"12.7"_s, u"12.7"_s, u"12"_s, u"Oui"_s });
         row("-3.9 truncated toward zero", item("-3.9"), { u"-3.9"_s, u"-3.9"_s, u"-3"_s, u"Oui"_s });
-        row("a half is true", item("0.5"), { u"0.5"_s, u"0.5"_s, u"0"_s, u"Oui"_s });
+        row("0.4 is true", item("0.4"), { u"0.4"_s, u"0.4"_s, u"0"_s, u"Oui"_s });
         row("integral real", item("12.0"), { u"12"_s, u"12"_s, u"12"_s, u"Oui"_s });
         row("1e21", item("1e21"), { u"1e+21"_s, u"1e+21"_s, none, u"Oui"_s });
         row("above the signed range", { { u"v"_s, std::numeric_limits<quint64>::max() } },
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QTest::newRow("unknown built-in panel by the rule")
             << u"spdisplays_built-in-mini-led"_s << u"Built in mini led"_s;
         QTest::newRow("Yes is not a table word") << u"Yes"_s << u"Yes"_s;
-        QTest::newRow("coreaudio prefix") << u"coreaudio_output"_s << u"Output"_s;
+        QTest::newRow("coreaudio prefix, last part only") << u"coreaudio_device_output"_s << u"Output"_s;
         QTest::newRow("ordinary name with the prefix") << u"spare_part"_s << u"Part"_s;
         QTest::newRow("full upper-casing") << u"spx_ßig"_s << u"SSig"_s;
         QTest::newRow("empty tail") << u"sp_"_s << u"sp_"_s;
