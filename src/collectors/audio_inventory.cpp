@@ -15,10 +15,22 @@ bool saysYes(const PropertyDictionary &device, const QString &key)
     return text(device, key) == u"spaudio_yes"_s;
 }
 
+// The profiler writes channel counts and sample rates as whole numbers: a device with any
+// other value there makes the answer unreadable (see hasWholeNumbers).
+bool hasWholeNumbers(const PropertyDictionary &device)
+{
+    for (const QString &key : {u"coreaudio_device_input"_s, u"coreaudio_device_output"_s, u"coreaudio_device_srate"_s}) {
+        const std::optional<double> number = Property::number(device, key);
+        if (number && !InventorySupport::wholeNumber(*number))
+            return false;
+    }
+    return true;
+}
+
 qint64 channelCount(const PropertyDictionary &device, const QString &key)
 {
     const std::optional<double> count = Property::number(device, key);
-    return count ? InventorySupport::wholeNumber(*count, "a channel count") : 0;
+    return count ? InventorySupport::wholeNumber(*count).value_or(0) : 0;
 }
 
 std::optional<QString> sampleRate(const PropertyDictionary &device)
@@ -26,7 +38,7 @@ std::optional<QString> sampleRate(const PropertyDictionary &device)
     const std::optional<double> rate = Property::number(device, u"coreaudio_device_srate"_s);
     if (!rate)
         return std::nullopt;
-    return QString::number(InventorySupport::wholeNumber(*rate, "a sample rate")) + u" Hz"_s;
+    return QString::number(InventorySupport::wholeNumber(*rate).value_or(0)) + u" Hz"_s;
 }
 
 std::optional<QString> countText(qint64 count)
@@ -68,12 +80,15 @@ DeviceNode audioNode(const PropertyDictionary &device)
 }
 
 // The report groups the devices under one or more entries; their order is kept.
-QList<DeviceNode> audioNodes(const QList<PropertyDictionary> &items)
+Result<QList<DeviceNode>> audioNodes(const QList<PropertyDictionary> &items)
 {
     QList<DeviceNode> nodes;
     for (const PropertyDictionary &entry : items) {
-        for (const PropertyDictionary &device : InventorySupport::dictionariesAt(entry, u"_items"_s))
+        for (const PropertyDictionary &device : InventorySupport::dictionariesAt(entry, u"_items"_s)) {
+            if (!hasWholeNumbers(device))
+                return SystemProfiler::Failure::unreadableOutput();
             nodes.append(audioNode(device));
+        }
     }
     return nodes;
 }

@@ -41,11 +41,11 @@ std::optional<QString> withSuffix(const std::optional<QString> &value, const QSt
     return *value + suffix;
 }
 
-qint64 wholeNumber(double value, const char *what)
+std::optional<qint64> wholeNumber(double value)
 {
     const double truncated = std::trunc(value);
     if (!std::isfinite(truncated) || truncated >= 9223372036854775808.0 || truncated < -9223372036854775808.0)
-        qFatal("InventoryService: %s is not a whole number within the signed 64-bit range", what);
+        return std::nullopt;
     return qint64(truncated);
 }
 

@@ -26,10 +26,11 @@ QList<PropertyDictionary> dictionariesAt(const PropertyDictionary &dict, const Q
 // The value followed by a unit ("500" and " mA" give "500 mA"); nothing stays nothing.
 std::optional<QString> withSuffix(const std::optional<QString> &value, const QString &suffix);
 
-// A count or size reported as a floating-point number, truncated toward zero. The profiler
-// writes these as whole numbers of bytes, channels or hertz: a value that is not finite or
-// lies outside the signed 64-bit range is a programming error and stops the application.
-qint64 wholeNumber(double value, const char *what);
+// A count or size reported as a floating-point number, truncated toward zero; nothing when
+// it is not finite or lies outside the signed 64-bit range. The profiler writes these as
+// whole numbers of bytes, channels or hertz, so such a value cannot be its own: the answer
+// holding it is unreadable (a capture is untrusted input and must never stop the program).
+std::optional<qint64> wholeNumber(double value);
 
 // Runs the profiler for one data type and maps its items with `build`; a profiler failure
 // comes back unchanged.

@@ -48,9 +48,6 @@ std::optional<StorageVolume> volumeFrom(const PropertyDictionary &dict)
     volume.mountPoint = Property::text(dict, u"mount_point"_s);
     if (drive)
         fillFromDrive(volume, *drive);
-    // The size becomes part of the duplicate key; checking it here keeps the sorts below
-    // away from values that do not compare.
-    InventorySupport::wholeNumber(volume.totalBytes, "a volume size");
     return volume;
 }
 
@@ -79,9 +76,10 @@ void sortRootFirst(QList<StorageVolume> &volumes)
     });
 }
 
+// The sizes have been checked by hasByteCounts.
 QString duplicateKey(const StorageVolume &volume)
 {
-    const qint64 size = InventorySupport::wholeNumber(volume.totalBytes, "a volume size");
+    const qint64 size = InventorySupport::wholeNumber(volume.totalBytes).value_or(0);
     return volume.deviceName.value_or(volume.name) + u'|' + QString::number(size);
 }
 
@@ -110,9 +108,18 @@ void sortInternalFirst(QList<StorageVolume> &volumes)
     });
 }
 
-QList<StorageVolume> volumesFrom(const QList<PropertyDictionary> &items)
+// The size becomes part of the duplicate key and both sizes are written as byte counts;
+// checking them first also keeps the sorts below away from values that do not compare.
+bool hasByteCounts(const StorageVolume &volume)
+{
+    return InventorySupport::wholeNumber(volume.totalBytes) && InventorySupport::wholeNumber(volume.freeBytes);
+}
+
+Result<QList<StorageVolume>> volumesFrom(const QList<PropertyDictionary> &items)
 {
     QList<StorageVolume> volumes = convertVolumes(items);
+    if (!std::all_of(volumes.cbegin(), volumes.cend(), hasByteCounts))
+        return SystemProfiler::Failure::unreadableOutput();
     sortRootFirst(volumes);
     volumes = dropDuplicates(volumes);
     sortInternalFirst(volumes);
