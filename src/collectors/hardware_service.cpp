@@ -178,7 +178,7 @@ QString localizedMemory(const std::optional<QString> &physicalMemory, const Kern
 {
     if (!physicalMemory) {
         const std::optional<qint64> bytes = Sysctl::integer(kernel, "hw.memsize");
-        return bytes ? ByteFormat::string(double(*bytes)) : missingValueMark();
+        return bytes ? ByteFormat::string(*bytes) : missingValueMark();
     }
     const QStringList pieces = physicalMemory->split(u' ', Qt::SkipEmptyParts);
     if (pieces.size() != 2)

@@ -53,7 +53,11 @@ QString string(double byteCount)
 {
     if (!std::isfinite(byteCount) || byteCount >= 9223372036854775808.0 || byteCount < -9223372036854775808.0)
         qFatal("ByteFormat: byte count out of range");
-    const qint64 count = qint64(byteCount); // truncation toward zero
+    return string(qint64(byteCount)); // truncation toward zero
+}
+
+QString string(qint64 count)
+{
     const QChar noBreakSpace(0x00A0);
     if (count == 0)
         return u"Zéro"_s + noBreakSpace + u"Ko"_s;

@@ -9,6 +9,9 @@
 namespace ByteFormat {
 
 QString string(double byteCount);
+// The same for a whole count, taken exactly: the largest counts do not survive a double
+// (the signed 64-bit maximum becomes 2^63, outside the range).
+QString string(qint64 byteCount);
 
 // The same text split at its last whitespace character, for layouts that show the
 // number and the unit in different sizes: (value, unit).

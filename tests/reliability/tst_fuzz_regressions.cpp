@@ -1,13 +1,18 @@
 #include "common/test_main.h"
 
+#include "collectors/hardware_service.h"
 #include "collectors/inventory_service.h"
 #include "fuzz/fuzz_inputs.h"
+#include "platform/capture/capture_platform.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 
+#include <QJsonObject>
+
 #include <functional>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +27,21 @@ public:
 
 private:
     QByteArray m_answer;
+};
+
+// Kernel values written as the members of a capture's kernel.json.
+class JsonKernel final : public KernelSource
+{
+public:
+    explicit JsonKernel(QJsonObject values) : m_values(std::move(values)) {}
+    std::optional<QByteArray> value(const QByteArray &name) const override
+    {
+        const QString key = QString::fromLatin1(name);
+        return m_values.contains(key) ? kernelBytes(name, m_values.value(key)) : std::nullopt;
+    }
+
+private:
+    QJsonObject m_values;
 };
 
 QByteArray contents(const QString &path)
@@ -130,6 +150,15 @@ private Q_SLOTS:
             : outcome(InventoryService::devices(platform, section));
         QCOMPARE(description, failure);
         QCOMPARE(found, count);
+    }
+
+    // The installed memory went through a double on its way to the byte text: the largest
+    // 64-bit count became 2^63, outside the range, and stopped the program.
+    void largestMemorySizeIsWrittenExactly()
+    {
+        const JsonKernel kernel(QJsonObject{{u"hw.memsize"_s, std::numeric_limits<qint64>::max()}});
+        // 9 223 372 036 854 775 807 bytes are 9 223 372,036… TB.
+        QCOMPARE(HardwareService::localizedMemory(std::nullopt, kernel), u"9\u202F223\u202F372,04\u00A0To"_s);
     }
 };
 
