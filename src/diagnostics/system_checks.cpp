@@ -4,6 +4,7 @@
 #include "core/texts.h"
 
 #include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -45,9 +46,11 @@ HardwareCheck memoryCheck(const std::optional<HardwareInfo> &hardware, const std
                         .summary = localized("%1 de mémoire vive.").arg(memory),
                         .measurement = memory,
                         .section = AppSection::hardware};
-    if (!swap)
+    // No machine swaps 2^63 bytes or more: such a reading (a hostile capture) cannot be
+    // written as a byte count and counts as no reading.
+    if (!swap || swap->used > quint64(std::numeric_limits<qint64>::max()))
         return check;
-    const QString swapText = ByteFormat::string(double(swap->used));
+    const QString swapText = ByteFormat::string(qint64(swap->used));
     if (isShortOfMemory(swap->used, installedMemoryBytes)) {
         check.status = CheckStatus::attention;
         check.summary = localized("%1 de RAM mais %2 d'échange sur disque — la machine manque de mémoire.")
