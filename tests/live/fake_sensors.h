@@ -1,126 +1,83 @@
 #pragma once
 
-#include "sources/platform.h"
+#include "platform/capture/capture_platform.h"
 
 #include <QCoreApplication>
-#include <QDebug>
-#include <QList>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <atomic>
-#include <memory>
-#include <optional>
 
-#if QT_VERSION < QT_VERSION_CHECK(6, 7, 0)
-// Lets QCOMPARE print optional values when they differ.
-template <typename T>
-    requires requires(QDebug debug, const T &value) { debug << value; }
-QDebug operator<<(QDebug debug, const std::optional<T> &value)
+// A capture folder holding its header and, when given, live.json: a Mac whose sensors replay
+// the readings written by the test, in a loop.
+struct LiveCapture
 {
-    return value ? (debug << *value) : (debug << "none");
-}
-#endif
+    QTemporaryDir dir;
+    std::shared_ptr<CaptureFolder> folder;
+    Platform platform;
 
-// Readings written by the test in advance and handed out in turn, the last one repeating.
-// The monitors read them on their own threads; the test looks at the counters once it has
-// waited for the monitor's queue.
-template <typename Reading>
-struct Script
-{
-    QList<Reading> readings;
-    std::atomic<int> reads = 0;
-    std::atomic<int> sourcesMade = 0;
-    int lastReportId = -1;
-    qsizetype lastCapacity = -1;
-
-    Reading next()
+    explicit LiveCapture(const std::optional<QByteArray> &liveJson)
     {
-        const int read = reads++;
-        return readings.isEmpty() ? Reading() : readings.at(std::min<qsizetype>(read, readings.size() - 1));
+        const auto write = [this](const char *name, const QByteArray &bytes) {
+            QFile file(dir.filePath(QString::fromLatin1(name)));
+            return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+        };
+        write("capture.json", R"({"format": 1, "capturedAt": "2026-11-16T08:05:07Z"})");
+        if (liveJson)
+            write("live.json", *liveJson);
+        folder = std::get<std::shared_ptr<CaptureFolder>>(CaptureFolder::open(dir.path()));
+        platform = makeCapturePlatform(folder);
     }
 };
 
-using TemperatureScript = Script<QList<std::optional<double>>>;
-using LidScript = Script<HidReport>;
-using TickScript = Script<QList<ProcessorTickCounters>>;
+using Products = QList<std::optional<QString>>;
+using Readings = QList<std::optional<double>>;
 
-// A temperature source whose services are named `products`.
-class FakeTemperatureEvents final : public TemperatureEventSource
+// Services named `products`, whose temperature events read `readings`, one per service.
+class Services final : public TemperatureEventSource
 {
 public:
-    FakeTemperatureEvents(std::shared_ptr<TemperatureScript> script, QList<std::optional<QString>> products)
-        : m_script(std::move(script)), m_products(std::move(products))
+    Services(Products products, Readings readings) : m_products(std::move(products)), m_readings(std::move(readings))
     {
     }
 
-    QList<std::optional<QString>> serviceProducts() const override { return m_products; }
-
-    QList<std::optional<double>> temperatures(const QList<qsizetype> &serviceIndices) override
+    Products serviceProducts() const override { return m_products; }
+    Readings temperatures(const QList<qsizetype> &serviceIndices) override
     {
-        const QList<std::optional<double>> row = m_script->next();
-        QList<std::optional<double>> readings;
+        Readings readings;
         for (const qsizetype index : serviceIndices)
-            readings.append(index < row.size() ? row.at(index) : std::nullopt);
+            readings.append(m_readings.value(index));
         return readings;
     }
 
 private:
-    std::shared_ptr<TemperatureScript> m_script;
-    QList<std::optional<QString>> m_products;
+    Products m_products;
+    Readings m_readings;
 };
 
-class FakeLidReports final : public LidAngleReportSource
+// The same factory, counting in `made` the readers it makes.
+template <typename Factory>
+Factory counted(const Factory &factory, std::atomic<int> &made)
 {
-public:
-    explicit FakeLidReports(std::shared_ptr<LidScript> script) : m_script(std::move(script)) {}
-
-    HidReport featureReport(int reportId, qsizetype capacity) override
-    {
-        m_script->lastReportId = reportId;
-        m_script->lastCapacity = capacity;
-        return m_script->next();
-    }
-
-private:
-    std::shared_ptr<LidScript> m_script;
-};
-
-class FakeTicks final : public ProcessorTickSource
-{
-public:
-    explicit FakeTicks(std::shared_ptr<TickScript> script) : m_script(std::move(script)) {}
-    QList<ProcessorTickCounters> read() override { return m_script->next(); }
-
-private:
-    std::shared_ptr<TickScript> m_script;
-};
-
-inline TemperatureEventSourceFactory fakeFactory(const std::shared_ptr<TemperatureScript> &script,
-                                                 const QList<std::optional<QString>> &products)
-{
-    return [script, products]() -> std::unique_ptr<TemperatureEventSource> {
-        ++script->sourcesMade;
-        return std::make_unique<FakeTemperatureEvents>(script, products);
+    return [factory, &made] {
+        ++made;
+        return factory();
     };
 }
 
-inline LidAngleReportSourceFactory fakeFactory(const std::shared_ptr<LidScript> &script)
+// A reading as the tests write it: the value's text, or "-" for none.
+inline QString text(const auto &reading)
 {
-    return [script]() -> std::unique_ptr<LidAngleReportSource> {
-        ++script->sourcesMade;
-        return std::make_unique<FakeLidReports>(script);
-    };
+    return reading ? QVariant::fromValue(*reading).toString() : QStringLiteral("-");
 }
 
-inline ProcessorTickSourceFactory fakeFactory(const std::shared_ptr<TickScript> &script)
+// The texts of what `read` gives each time `object` emits `signal`, added to `log`.
+template <typename Object, typename Signal, typename Read>
+std::shared_ptr<QStringList> logOf(Object &object, Signal signal, Read read,
+                                   std::shared_ptr<QStringList> log = std::make_shared<QStringList>())
 {
-    return [script]() -> std::unique_ptr<ProcessorTickSource> { return std::make_unique<FakeTicks>(script); };
-}
-
-// A lid report carrying `angle` as the sensor sends it: report ID 1, then the angle.
-inline HidReport lidReport(int angle)
-{
-    const char bytes[] = {1, char(angle & 0xFF), char(angle >> 8)};
-    return HidReport{0, QByteArray(bytes, 3)};
+    QObject::connect(&object, signal, [log, &object, read] { *log << text(std::invoke(read, object)); });
+    return log;
 }
 
 // Waits until the monitor's thread has done what it was asked, then delivers what it

@@ -1,0 +1,307 @@
+#include "common/test_main.h"
+#include "fake_sensors.h"
+#include "live/battery_monitor.h"
+#include "live/cpu_monitor.h"
+#include "live/lid_angle_monitor.h"
+#include "live/live_values.h"
+#include "live/processor_load.h"
+#include "sources/lid_angle_sensor.h"
+#include "sources/thermal_sensors.h"
+
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+using TickList = QList<ProcessorLoad::Ticks>;
+using Snapshots = QList<std::optional<BatterySnapshot>>;
+
+namespace {
+
+// Long enough that the timer never fires during a test: after its immediate first firing,
+// every further reading is asked for with readNow().
+constexpr auto quiet = 1h;
+
+std::optional<int> chargePercent(const BatteryMonitor &monitor)
+{
+    return monitor.snapshot() ? std::optional(monitor.snapshot()->chargePercent) : std::nullopt;
+}
+
+} // namespace
+
+// The live readings: what the sensors' readings mean, and the monitors that take them in
+// turn, publish them and give up, over captures of live.json.
+class TestLive : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // Only the services named "PMU tdie…" are die sensors, case and all: here "PMU tdie3" and
+    // "PMU tdie1", 40 and 46. Zero and negative readings are not temperatures.
+    void processorTemperature()
+    {
+        const auto sensors = ThermalSensors::create(std::make_unique<Services>(
+            Products{u"PMU tdev1"_s, u"PMU tdie3"_s, u"pmu tdie1"_s, u"PMU tdie1"_s, std::nullopt, u" PMU tdie2"_s,
+                     u"PMU tdie4"_s, u"PMU tdie5"_s},
+            Readings{90.0, 40.0, 10.0, 46.0, 80.0, 70.0, 0.0, -5.0}));
+        QVERIFY(sensors);
+        QCOMPARE(text(sensors->processorTemperature()), u"43"_s);
+        QVERIFY(!ThermalSensors::create(std::make_unique<Services>(Products{u"PMU tdev1"_s}, Readings{40.0})));
+    }
+
+    void lidAngle_data()
+    {
+        QTest::addColumn<QByteArray>("report");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("angle");
+        QTest::newRow("122 degrees") << QByteArray("017a00") << 0 << u"122"_s;
+        QTest::newRow("181 is past the hinge") << QByteArray("01b500") << 0 << u"-"_s;
+        QTest::newRow("180 is the limit") << QByteArray("01b400") << 0 << u"180"_s;
+        QTest::newRow("closed lid") << QByteArray("010000") << 0 << u"0"_s;
+        QTest::newRow("two bytes only") << QByteArray("017a") << 0 << u"-"_s;
+        QTest::newRow("failed request") << QByteArray("017a00") << int(0xE00002C0u) << u"-"_s;
+    }
+
+    void lidAngle()
+    {
+        QFETCH(QByteArray, report);
+        QFETCH(int, status);
+        QFETCH(QString, angle);
+        QCOMPARE(text(LidAngleSensor::angleFromReport(HidReport{status, QByteArray::fromHex(report)})), angle);
+    }
+
+    void ticksWidenBeforeAdding()
+    {
+        // Counters are {user, system, idle, nice}. 4 294 967 295 × 2 + 2 = 8 589 934 592.
+        LiveCapture capture(R"({"cpuTicks": [[[100, 20, 900, 3], [4294967295, 4294967295, 7, 2]]]})");
+        QCOMPARE(ProcessorLoad::sample(capture.platform.processorTicks().get()),
+                 (TickList{{123, 900}, {8589934592ull, 7}}));
+    }
+
+    void usage_data()
+    {
+        QTest::addColumn<TickList>("from");
+        QTest::addColumn<TickList>("to");
+        QTest::addColumn<QList<double>>("fractions");
+        QTest::newRow("a quarter busy") << TickList{{100, 300}} << TickList{{200, 600}} << QList<double>{0.25};
+        QTest::newRow("counters did not move")
+            << TickList{{500, 500}, {1, 1}} << TickList{{500, 500}, {2, 3}} << QList<double>{0.0, 1.0 / 3.0};
+        QTest::newRow("shorter second reading") << TickList{{0, 0}, {0, 0}} << TickList{{1, 1}} << QList<double>{0.5};
+        // 5 − 10 wraps to 2⁶⁴ − 5; beside it 100 idle ticks vanish in a double.
+        QTest::newRow("busy counter went back") << TickList{{10, 0}} << TickList{{5, 100}} << QList<double>{1.0};
+        // 2⁶⁴ − 5 idle ticks beside 50 busy ones: 50 / 2⁶⁴ in doubles.
+        QTest::newRow("idle counter went back")
+            << TickList{{0, 10}} << TickList{{50, 5}} << QList<double>{50.0 / 18446744073709551616.0};
+    }
+
+    void usage()
+    {
+        QFETCH(TickList, from);
+        QFETCH(TickList, to);
+        QFETCH(QList<double>, fractions);
+        QCOMPARE(ProcessorLoad::usage(from, to), fractions);
+    }
+
+    void cpuLoadAndTemperature()
+    {
+        // Ticks {user, system, idle, nice}: four processors busy 10, 20, 30 and 40 %, then two
+        // processors busy 30 and 10 of 40, then 10 of 20 each, then no tick. Temperatures: 52.5
+        // (a tie, written as the even 52) twice, none twice, 41.5 twice.
+        LiveCapture capture(R"({"cpuTicks": [
+            [[1000, 500, 8000, 0], [2000, 0, 9000, 0], [0, 0, 0, 0], [300, 200, 100, 0]],
+            [[1006, 503, 8090, 1], [2020, 0, 9080, 0], [20, 10, 70, 0], [320, 210, 160, 10]],
+            [[0, 0, 0, 0], [0, 0, 0, 0]], [[30, 0, 10, 0], [10, 0, 30, 0]],
+            [[40, 0, 20, 0], [20, 0, 40, 0]], [[40, 0, 20, 0], [20, 0, 40, 0]]],
+            "dieTemperatures": [[52.0, 53.0], [53.0, 52.0], [0.0, 0.0], [0.0, -2.0], [41.5], [41.5]]})");
+        CPUMonitor monitor(capture.platform, quiet);
+        LidAngleMonitor lid(capture.platform, quiet);
+        const auto loads = logOf(monitor, &CPUMonitor::loadChanged, &CPUMonitor::loadText);
+        const auto temperatures = logOf(monitor, &CPUMonitor::temperatureChanged, &CPUMonitor::temperatureText);
+        QList<QList<double>> perCore;
+        connect(&monitor, &CPUMonitor::perCoreLoadChanged, [&] { perCore << monitor.perCoreLoad(); });
+        monitor.start(); // one reading says nothing
+        monitor.start(); // nor does a second timer start: it would read at once
+        monitor.readNow();
+        monitor.readNow(); // four processors, then two: nothing to compare
+        monitor.readNow();
+        monitor.stop();
+        monitor.start(); // the first reading after a restart is not compared with the last one
+        monitor.readNow(); // the same reading again: counters that did not move read 0
+        settle(monitor);
+        QCOMPARE(*loads, (QStringList{u"25 %"_s, u"50 %"_s, u"0 %"_s}));
+        QCOMPARE(perCore, (QList<QList<double>>{{0.1, 0.2, 0.3, 0.4}, {0.75, 0.25}, {0.0, 0.0}}));
+        QCOMPARE(*temperatures, (QStringList{u"52 °C"_s, u"-"_s, u"42 °C"_s}));
+        QCOMPARE(liveValues(lid, monitor), (LiveValues{std::nullopt, u"0 %"_s, 0.0, u"42 °C"_s}));
+    }
+
+    void cpuWithoutTemperatureService()
+    {
+        LiveCapture capture(R"({"cpuTicks": [[[1, 2, 3, 4]]], "dieTemperatures": [[]]})");
+        std::atomic<int> made = 0;
+        capture.platform.temperatureEvents = counted(capture.platform.temperatureEvents, made);
+        CPUMonitor monitor(capture.platform, quiet);
+        monitor.start();
+        monitor.stop();
+        monitor.start();
+        settle(monitor);
+        QVERIFY(!monitor.property("temperatureText").isValid());
+        QCOMPARE(made.load(), 1); // looked for once, not after the restart
+    }
+
+    void lidPublishesOnlyChanges()
+    {
+        LiveCapture capture(R"({"lidAngleReports": ["017600", "017600", "", "017600", "01b500", "010000"]})");
+        std::atomic<int> made = 0;
+        capture.platform.lidAngleReports = counted(capture.platform.lidAngleReports, made);
+        LidAngleMonitor monitor(capture.platform, quiet);
+        const auto log = logOf(monitor, &LidAngleMonitor::angleChanged, &LidAngleMonitor::formatted);
+        monitor.start();
+        monitor.start();
+        for (int tick = 1; tick < 6; ++tick)
+            monitor.readNow();
+        monitor.stop();
+        monitor.start(); // the seventh reading is the first report again
+        settle(monitor);
+        QCOMPARE(*log, (QStringList{u"118°"_s, u"-"_s, u"118°"_s, u"-"_s, u"0°"_s, u"118°"_s}));
+        QCOMPARE(made.load(), 1); // looked for once, not after the restart
+    }
+
+    // The first reading is published even when there is none; a later none means no battery.
+    void battery_data()
+    {
+        QTest::addColumn<Snapshots>("readings");
+        QTest::addColumn<QStringList>("published"); // charge levels
+        QTest::addColumn<bool>("available");
+        const auto charging = [](int percent) { return std::optional(BatterySnapshot{percent, true, true}); };
+        QTest::newRow("desktop: gives up at the second reading") << Snapshots{} << QStringList{u"-"_s} << false;
+        QTest::newRow("every reading published, even unchanged")
+            << Snapshots{charging(80), charging(80), charging(81)} << QStringList{u"80"_s, u"80"_s, u"81"_s} << true;
+        QTest::newRow("battery lost: the last reading stays")
+            << Snapshots{charging(64)} << QStringList{u"64"_s} << false;
+    }
+
+    void battery()
+    {
+        QFETCH(Snapshots, readings);
+        QFETCH(QStringList, published);
+        QFETCH(bool, available);
+        std::atomic<int> reads = 0; // on the monitor's thread
+        BatteryMonitor monitor([&] { return readings.value(reads++); }, quiet);
+        const auto log = logOf(monitor, &BatteryMonitor::snapshotChanged, chargePercent);
+        monitor.start();
+        monitor.start();
+        const int ticks = std::max<int>(readings.size(), 2);
+        for (int tick = 1; tick < ticks; ++tick)
+            monitor.readNow();
+        settle(monitor);
+        QCOMPARE(*log, published);
+        QCOMPARE(text(chargePercent(monitor)), published.last());
+        QCOMPARE(monitor.isRunning(), available);
+        monitor.stop();
+        monitor.start(); // reads again unless it gave up
+        settle(monitor);
+        QCOMPARE(reads.load(), ticks + (available ? 1 : 0));
+    }
+
+    // Each capture's readings in a loop; a capture without a lid sensor makes the lid monitor
+    // give up for good at its first tick.
+    void overCapture_data()
+    {
+        QTest::addColumn<QByteArray>("liveJson"); // empty: no live.json
+        QTest::addColumn<int>("ticks");
+        QTest::addColumn<QStringList>("angles");
+        QTest::addColumn<QStringList>("processor"); // loads and temperatures, as published
+        QTest::addColumn<bool>("problemNoted");
+        QTest::newRow("lid reports that are not clean hex text left out")
+            << QByteArray(R"({"lidAngleReports": ["017a0", "017600", "zz7a00", "01 7a 00", 122, null, "015a00"]})")
+            << 3 << QStringList{u"118°"_s, u"90°"_s, u"118°"_s} << QStringList() << true;
+        // Busy 2 and idle 1 between the two good samples: 66.7 %.
+        QTest::newRow("tick samples with a bad counter left out")
+            << QByteArray(R"({"cpuTicks": [[[1, 0, 3, 0]], [[2, 0, 0]], [[2, 0, 0, 0, 0]], [[3, 0, -1, 0]],)"
+                          R"( [[4, 0.5, 0, 0]], [["5", 0, 0, 0]], [[4294967296, 0, 0, 0]], [[6, 0, 0, 0], "x"],)"
+                          R"( [[2, 1, 4, 0]]]})")
+            << 2 << QStringList() << QStringList{u"67 %"_s} << true;
+        // Zero and negative readings are not temperatures; a sensor missing from a shorter sample
+        // gave no event; a sample that is not all numbers is left out.
+        QTest::newRow("temperatures in order, then again")
+            << QByteArray(R"({"dieTemperatures": [[41.5, 0.0, 43.5], [40.0, -1.0], [38.0, "hot"], [39.0], [0.0]]})")
+            << 5 << QStringList() << QStringList{u"42.5"_s, u"40"_s, u"39"_s, u"-"_s, u"42.5"_s} << true;
+        QTest::newRow("no live.json") << QByteArray() << 2 << QStringList() << QStringList() << false;
+        QTest::newRow("members of the wrong kind")
+            << QByteArray(R"({"cpuTicks": {}, "dieTemperatures": 41.5, "lidAngleReports": "017a00"})") << 2
+            << QStringList() << QStringList() << true;
+        QTest::newRow("truncated file") << QByteArray(R"({"lidAngleReports": ["017a00", )") << 2 << QStringList()
+                                        << QStringList() << true;
+    }
+
+    void overCapture()
+    {
+        QFETCH(QByteArray, liveJson);
+        QFETCH(int, ticks);
+        QFETCH(QStringList, angles);
+        QFETCH(QStringList, processor);
+        QFETCH(bool, problemNoted);
+        LiveCapture capture(liveJson.isEmpty() ? std::nullopt : std::optional(liveJson));
+        QCOMPARE(!capture.folder->problems().isEmpty(), problemNoted);
+        CPUMonitor cpu(capture.platform, quiet);
+        LidAngleMonitor lid(capture.platform, quiet);
+        QSignalSpy gaveUp(&lid, &LidAngleMonitor::isAvailableChanged);
+        const auto angleLog = logOf(lid, &LidAngleMonitor::angleChanged, &LidAngleMonitor::formatted);
+        const auto processorLog = logOf(cpu, &CPUMonitor::loadChanged, &CPUMonitor::loadText);
+        logOf(cpu, &CPUMonitor::temperatureChanged, &CPUMonitor::temperature, processorLog);
+        cpu.start();
+        lid.start();
+        for (int tick = 1; tick < ticks; ++tick) {
+            cpu.readNow();
+            lid.readNow();
+        }
+        settle(cpu);
+        settle(lid);
+        QCOMPARE(*angleLog, angles);
+        QCOMPARE(*processorLog, processor);
+        lid.start();
+        QCOMPARE(lid.isRunning(), !angles.isEmpty());
+        QCOMPARE(lid.isAvailable(), !angles.isEmpty());
+        QCOMPARE(gaveUp.size(), angles.isEmpty() ? 1 : 0);
+    }
+
+    void sampleCaptureMonitorsPublishChangingValues()
+    {
+        auto opened = CaptureFolder::open(QStringLiteral(QUILLON_CAPTURES_DIR) + u"/sample"_s);
+        QVERIFY(std::holds_alternative<std::shared_ptr<CaptureFolder>>(opened));
+        const Platform platform = makeCapturePlatform(std::get<std::shared_ptr<CaptureFolder>>(opened));
+
+        // Temperatures: (42.3 + 43.0 + 40.6 + 44.5) / 4 = 42.6, then (41.6 + 43.2 + 40.7 + 44.2) / 4
+        // = 42.425. Processor 0 of 10 went from {2310004, 1180002, 29870095, 0} to {2310007,
+        // 1180003, 29870191, 0}: 4 busy ticks, 96 idle.
+        CPUMonitor cpu(platform, quiet);
+        const auto temperatures = logOf(cpu, &CPUMonitor::temperatureChanged, &CPUMonitor::temperatureText);
+        cpu.start();
+        cpu.readNow();
+        settle(cpu);
+        QCOMPARE(*temperatures, (QStringList{u"43 °C"_s, u"42 °C"_s}));
+        QCOMPARE(cpu.perCoreLoad().first(), 0.04);
+        const double quietLoad = cpu.load().value_or(1.0);
+        // The recorded minute has a burst of work around its thirtieth second.
+        for (int tick = 2; tick <= 30; ++tick)
+            cpu.readNow();
+        settle(cpu);
+        QVERIFY(cpu.load().value_or(0.0) > quietLoad + 0.2);
+
+        // The first 62 lid reports say 110 degrees, the next ones 118; the timer does the reading.
+        LidAngleMonitor lid(platform, 5ms);
+        const auto angles = logOf(lid, &LidAngleMonitor::angleChanged, &LidAngleMonitor::formatted);
+        lid.start();
+        QTRY_COMPARE_WITH_TIMEOUT(*angles, (QStringList{u"110°"_s, u"118°"_s}), 5000);
+
+        // The sample Mac's battery: 87 %, charging on its adapter, full in 75 minutes, 3127
+        // hundredths of a degree.
+        BatteryMonitor battery(platform);
+        battery.start();
+        settle(battery);
+        QCOMPARE(battery.snapshot(), std::optional(BatterySnapshot{87, true, true, false, u"1 h 15 min"_s, 31.27}));
+    }
+};
+
+QUILLON_TEST_MAIN(TestLive)
+#include "tst_live.moc"
