@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSaveFile>
 #include <QStandardPaths>
 
@@ -29,6 +30,33 @@ std::optional<double> journalStorageBytes(const QList<StorageVolume> &volumes)
     if (volumes.isEmpty())
         return std::nullopt;
     return volumes.first().totalBytes;
+}
+
+// The first entry of the same machine made less than an hour before the new one. Two
+// absent serial numbers count as the same machine; an entry dated after the new one
+// (a clock set back) counts as recent.
+qsizetype recentIndexOfSameMachine(const QList<HistoryEntry> &entries, const HistoryEntry &entry)
+{
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        const HistoryEntry &existing = entries.at(i);
+        if (existing.serialNumber == entry.serialNumber && existing.date.msecsTo(entry.date) < History::sameCheckMSecs)
+            return i;
+    }
+    return -1;
+}
+
+// A recorded entry replaces the recent one of the same machine where it stands, or goes
+// first; the oldest entries beyond the limit go.
+void addOrReplace(QList<HistoryEntry> &entries, const HistoryEntry &entry)
+{
+    const qsizetype same = recentIndexOfSameMachine(entries, entry);
+    if (same >= 0) {
+        entries[same] = entry;
+        return;
+    }
+    entries.prepend(entry);
+    if (entries.size() > History::maximumEntries)
+        entries.resize(History::maximumEntries);
 }
 
 } // namespace
@@ -63,17 +91,11 @@ void History::load()
         m_unreadableFileFound = true;
 }
 
-// Renames the unreadable journal file found at start so that the next save cannot
-// overwrite it: "journal-illisible-2026-11-16.json", then "-2", "-3"… on the same day.
+// Renames the unreadable journal file so that the next save cannot overwrite it:
+// "journal-illisible-2026-11-16.json", then "-2", "-3"… on the same day.
 bool History::setAsideUnreadableFile()
 {
-    if (!m_unreadableFileFound || m_unreadableFileSetAside)
-        return true;
     const QFileInfo journal(m_filePath);
-    if (!journal.exists()) {
-        m_unreadableFileSetAside = true;
-        return true;
-    }
     const QString stem = u"journal-illisible-"_s + m_clock->now().toLocalTime().date().toString(u"yyyy-MM-dd"_s);
     QString target = journal.dir().filePath(stem + u".json"_s);
     for (int suffix = 2; QFileInfo::exists(target); ++suffix)
@@ -81,25 +103,70 @@ bool History::setAsideUnreadableFile()
     if (!QFile::rename(m_filePath, target))
         return false;
     QFile::setPermissions(target, ownerOnly);
-    m_unreadableFileSetAside = true;
     return true;
 }
 
-// Errors are ignored on purpose: the list in memory stays as it is, and the next
-// successful save rewrites the whole file.
+// Errors are ignored on purpose: the list in memory stays as it is, the changes stay
+// unsaved, and the next successful save writes them.
 void History::save()
 {
-    if (!setAsideUnreadableFile())
-        return;
     QDir().mkpath(QFileInfo(m_filePath).absolutePath());
+    QLockFile lock(m_filePath + u".lock"_s);
+    lock.setStaleLockTime(staleLockMSecs);
+    if (!lock.tryLock(2 * staleLockMSecs))
+        return;
+    std::optional<QList<HistoryEntry>> merged = mergedWithFile();
+    if (!merged || !writeFile(*merged))
+        return;
+    m_unsaved.clear();
+    showMerged(std::move(*merged));
+}
+
+// The journal file as it is now, with the changes made here since the last save replayed
+// on it in their order. A file that cannot be read is set aside and the list in memory
+// replaces it; nothing when it cannot be set aside.
+std::optional<QList<HistoryEntry>> History::mergedWithFile()
+{
+    QFile file(m_filePath);
+    std::optional<QList<HistoryEntry>> stored = QList<HistoryEntry>();
+    if (file.exists())
+        stored = file.open(QIODevice::ReadOnly) ? HistoryFile::decode(file.readAll()) : std::nullopt;
+    file.close();
+    if (!stored)
+        return setAsideUnreadableFile() ? std::optional(m_entries) : std::nullopt;
+    for (const Change &change : std::as_const(m_unsaved)) {
+        if (const auto *recorded = std::get_if<HistoryEntry>(&change))
+            addOrReplace(*stored, *recorded);
+        else
+            stored->removeIf([&](const HistoryEntry &entry) { return std::get<QSet<QUuid>>(change).contains(entry.id); });
+    }
+    return stored;
+}
+
+bool History::writeFile(const QList<HistoryEntry> &entries)
+{
     QSaveFile file(m_filePath);
     if (!file.open(QIODevice::WriteOnly))
-        return;
+        return false;
     // The temporary file gets the owner-only rights before any byte is written to it.
     file.setPermissions(ownerOnly);
-    file.write(HistoryFile::encode(m_entries));
-    if (file.commit())
-        QFile::setPermissions(m_filePath, ownerOnly);
+    file.write(HistoryFile::encode(entries));
+    if (!file.commit())
+        return false;
+    QFile::setPermissions(m_filePath, ownerOnly);
+    return true;
+}
+
+// Shows what other processes wrote meanwhile; nothing changes when none did.
+void History::showMerged(QList<HistoryEntry> merged)
+{
+    if (merged == m_entries)
+        return;
+    const int previousCount = count();
+    beginResetModel();
+    m_entries = std::move(merged);
+    endResetModel();
+    publishChange(previousCount);
 }
 
 void History::publishChange(int previousCount)
@@ -130,19 +197,6 @@ HistoryEntry History::makeEntry(const HardwareInfo &hardware, const std::optiona
     return entry;
 }
 
-// The first entry of the same machine made less than an hour before the new one. Two
-// absent serial numbers count as the same machine; an entry dated after the new one
-// (a clock set back) counts as recent.
-qsizetype History::recentIndexOfSameMachine(const HistoryEntry &entry) const
-{
-    for (qsizetype i = 0; i < m_entries.size(); ++i) {
-        const HistoryEntry &existing = m_entries.at(i);
-        if (existing.serialNumber == entry.serialNumber && existing.date.msecsTo(entry.date) < sameCheckMSecs)
-            return i;
-    }
-    return -1;
-}
-
 void History::record(const std::optional<HardwareInfo> &hardware, const std::optional<BatteryInfo> &battery,
                      const QList<StorageVolume> &volumes, const std::optional<DiagnosticsReport> &report)
 {
@@ -150,7 +204,8 @@ void History::record(const std::optional<HardwareInfo> &hardware, const std::opt
         return;
     const int previousCount = count();
     HistoryEntry entry = makeEntry(*hardware, battery, volumes, *report);
-    const qsizetype same = recentIndexOfSameMachine(entry);
+    m_unsaved.append(entry);
+    const qsizetype same = recentIndexOfSameMachine(m_entries, entry);
     if (same >= 0) {
         m_entries[same] = std::move(entry);
         const QModelIndex changed = index(int(same));
@@ -171,15 +226,35 @@ void History::record(const std::optional<HardwareInfo> &hardware, const std::opt
 
 void History::remove(const HistoryEntry &entry)
 {
-    removeById(entry.id.toString());
+    removeIds({entry.id});
 }
 
 void History::removeById(const QString &id)
 {
-    const QUuid uuid = QUuid::fromString(id);
+    removeIds({QUuid::fromString(id)});
+}
+
+void History::clear()
+{
+    QSet<QUuid> ids;
+    for (const HistoryEntry &entry : std::as_const(m_entries))
+        ids.insert(entry.id);
+    const int previousCount = count();
+    beginResetModel();
+    m_entries.clear();
+    endResetModel();
+    publishChange(previousCount);
+    m_unsaved.append(ids);
+    save();
+}
+
+// Entries written by another process and not yet seen here are not removed: the user
+// never saw them.
+void History::removeIds(const QSet<QUuid> &ids)
+{
     const int previousCount = count();
     for (qsizetype i = m_entries.size() - 1; i >= 0; --i) {
-        if (m_entries.at(i).id != uuid)
+        if (!ids.contains(m_entries.at(i).id))
             continue;
         beginRemoveRows(QModelIndex(), int(i), int(i));
         m_entries.removeAt(i);
@@ -187,16 +262,7 @@ void History::removeById(const QString &id)
     }
     if (count() != previousCount)
         publishChange(previousCount);
-    save();
-}
-
-void History::clear()
-{
-    const int previousCount = count();
-    beginResetModel();
-    m_entries.clear();
-    endResetModel();
-    publishChange(previousCount);
+    m_unsaved.append(ids);
     save();
 }
 
@@ -210,9 +276,12 @@ QString History::exportCsv(const QString &filePath) const
     QSaveFile file(filePath);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
+    // Serial numbers: readable by the owner only, from the first byte on.
+    file.setPermissions(ownerOnly);
     file.write(HistoryCsv::exportBytes(m_entries));
     if (!file.commit())
         return file.errorString();
+    QFile::setPermissions(filePath, ownerOnly);
     return QString();
 }
 

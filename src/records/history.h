@@ -11,8 +11,12 @@
 #include <QList>
 #include <QString>
 
+#include <QSet>
+#include <QUuid>
+
 #include <memory>
 #include <optional>
+#include <variant>
 
 // The journal of the machines checked on this computer, newest first, at most 500. It is
 // a list model for the journal screen (one card per entry) and keeps its entries in the
@@ -23,6 +27,13 @@
 // A journal file that cannot be read gives an empty journal; before the first save it is
 // renamed "journal-illisible-YYYY-MM-DD.json" (the local date) beside it, so that a damaged
 // journal is never overwritten.
+//
+// Other processes (quillon-bilan --record, a second application) may write the same file.
+// Every save holds the lock file "journal.json.lock" beside it, reads the file again and
+// replays on it the changes made here since the last save (entries recorded, entries
+// removed), by the same rules as in memory: an entry written meanwhile by another process
+// is kept, one removed here does not come back, and the entries shown become the merged
+// list. A save that fails keeps its changes for the next one.
 //
 // Main thread only.
 class History : public QAbstractListModel
@@ -57,6 +68,9 @@ public:
     static constexpr int maximumEntries = 500;
     // A machine checked again within this time replaces its own entry.
     static constexpr qint64 sameCheckMSecs = 3600 * 1000;
+    // A lock older than this is taken to be left by a process that stopped while saving (a
+    // save takes milliseconds); a save waits at most twice as long for the lock.
+    static constexpr int staleLockMSecs = 5 * 1000;
 
     // `clock` gives the date of new entries. An empty `directory` means the default folder.
     explicit History(std::shared_ptr<const Clock> clock, const QString &directory = QString(),
@@ -68,7 +82,8 @@ public:
     const QList<HistoryEntry> &entries() const { return m_entries; }
     int count() const { return int(m_entries.size()); }
     QString filePath() const { return m_filePath; }
-    // Set when the file found at start could not be read; it is kept aside at the first save.
+    // Set when the file found at start could not be read; it is set aside at the first save,
+    // as is any file found unreadable when saving.
     bool hadUnreadableFile() const { return m_unreadableFileFound; }
 
     // Adds the machine, or replaces the entry of the same machine made less than an hour
@@ -98,17 +113,23 @@ Q_SIGNALS:
     void entriesChanged();
 
 private:
+    // A change made here and not yet saved: an entry recorded, or the identifiers removed.
+    using Change = std::variant<HistoryEntry, QSet<QUuid>>;
+
     void load();
     void save();
+    std::optional<QList<HistoryEntry>> mergedWithFile();
     bool setAsideUnreadableFile();
+    bool writeFile(const QList<HistoryEntry> &entries);
+    void showMerged(QList<HistoryEntry> merged);
     void publishChange(int previousCount);
     HistoryEntry makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
                            const QList<StorageVolume> &volumes, const DiagnosticsReport &report) const;
-    qsizetype recentIndexOfSameMachine(const HistoryEntry &entry) const;
+    void removeIds(const QSet<QUuid> &ids);
 
     std::shared_ptr<const Clock> m_clock;
     QString m_filePath;
     QList<HistoryEntry> m_entries;
+    QList<Change> m_unsaved;
     bool m_unreadableFileFound = false;
-    bool m_unreadableFileSetAside = false;
 };

@@ -235,8 +235,59 @@ private Q_SLOTS:
         QCOMPARE(fileBytes(path(u"journal.json"_s)), QByteArray("[]"));
     }
 
+    // Two journals on one file stand for two processes: each save keeps what the other wrote
+    // meanwhile and replays its own changes on it. Steps: "<journal> opens", "<journal>
+    // records <serial> <minutes>", "<journal> removes <serial>", "<journal> clears".
+    void journalsSharingTheFileMerge_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QStringList>("journal");
+        QTest::newRow("recorded by both: both kept")
+            << QStringList{u"1 opens"_s, u"2 opens"_s, u"1 records A 0"_s, u"2 records B 5"_s}
+            << QStringList{u"B@5"_s, u"A@0"_s};
+        QTest::newRow("same Mac by both within the hour: replaced where it stands")
+            << QStringList{u"1 opens"_s, u"2 opens"_s, u"1 records A 0"_s, u"1 records B 1"_s, u"2 records A 5"_s}
+            << QStringList{u"B@1"_s, u"A@5"_s};
+        QTest::newRow("removed here after a record there")
+            << QStringList{u"1 opens"_s, u"1 records A 0"_s, u"1 records B 1"_s, u"2 opens"_s,
+                           u"2 records C 2"_s, u"1 removes A"_s}
+            << QStringList{u"C@2"_s, u"B@1"_s};
+        QTest::newRow("removed there stays removed")
+            << QStringList{u"1 opens"_s, u"1 records A 0"_s, u"1 records B 1"_s, u"2 opens"_s, u"2 removes A"_s,
+                           u"1 records C 2"_s}
+            << QStringList{u"C@2"_s, u"B@1"_s};
+        QTest::newRow("cleared here keeps what only the other saw")
+            << QStringList{u"1 opens"_s, u"1 records A 0"_s, u"2 opens"_s, u"2 records B 1"_s, u"1 clears"_s}
+            << QStringList{u"B@1"_s};
+    }
+
+    void journalsSharingTheFileMerge()
+    {
+        QFETCH(QStringList, steps);
+        QFETCH(QStringList, journal);
+        std::array<std::unique_ptr<History>, 2> journals;
+        qsizetype last = 0;
+        for (const QString &step : std::as_const(steps)) {
+            const QStringList words = step.split(u' ');
+            last = words.at(0).toInt() - 1;
+            History *history = journals.at(last).get();
+            if (words.at(1) == u"opens"_s)
+                journals.at(last) = open();
+            else if (words.at(1) == u"records"_s)
+                record(*history, {words.at(2), words.at(3).toInt()});
+            else if (words.at(1) == u"removes"_s)
+                history->remove(*std::find_if(history->entries().cbegin(), history->entries().cend(),
+                                              [&](const HistoryEntry &entry) { return entry.serialNumber == words.at(2); }));
+            else
+                history->clear();
+        }
+        QCOMPARE(lines(*open()), journal);
+        QCOMPARE(lines(*journals.at(last)), journal); // the journal that saved last shows the merged list
+    }
+
     // The twelve columns in their order, a UTC date, empty cells for absent values; a cell with
-    // a semicolon, a double quote or a line feed is quoted, its quotes doubled.
+    // a semicolon, a double quote or a line feed is quoted, its quotes doubled. The exported
+    // file is private to its owner.
     void csvExport()
     {
         const QString header = u"Date;Modèle;Identifiant;Numéro de série;Puce;Mémoire;Stockage;Capacité maximale;"
@@ -261,6 +312,7 @@ private Q_SLOTS:
         record(*history, {u"A"_s, 0});
         QCOMPARE(history->exportCsv(path(u"Quillon-journal.csv"_s)), QString());
         QCOMPARE(fileBytes(path(u"Quillon-journal.csv"_s)), "\xEF\xBB\xBF" + history->csv().toUtf8());
+        QCOMPARE(QFile::permissions(path(u"Quillon-journal.csv"_s)) & 0x00FF, QFileDevice::Permissions());
         QVERIFY(!history->exportCsv(path(u"absent/Quillon-journal.csv"_s)).isEmpty());
     }
 };
