@@ -69,7 +69,11 @@ QString reportText(const AppState &state, const LiveValues &live, const BilanOpt
 std::optional<QString> writeAtomically(const QString &path, const QByteArray &bytes)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    // The report holds the serial number: readable by its owner only, from the first byte on.
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    if (file.write(bytes) != bytes.size() || !file.commit())
         return file.errorString();
     return std::nullopt;
 }

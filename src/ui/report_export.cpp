@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QSaveFile>
@@ -15,9 +16,12 @@ namespace ReportExport {
 
 QString writeText(const QString &filePath, const QString &text)
 {
+    constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
     QSaveFile file(filePath);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
+    // The report holds the serial number: readable by its owner only, from the first byte on.
+    file.setPermissions(ownerOnly);
     const QByteArray bytes = text.toUtf8();
     if (file.write(bytes) != bytes.size()) {
         const QString error = file.errorString();
@@ -26,6 +30,7 @@ QString writeText(const QString &filePath, const QString &text)
     }
     if (!file.commit())
         return file.errorString();
+    QFile::setPermissions(filePath, ownerOnly);
     return QString();
 }
 
