@@ -76,7 +76,7 @@ private Q_SLOTS:
         // The capture's own moment, in Paris time: 08:05:07 UTC is 09:05.
         QVERIFY(first.standardOutput.contains(u"  Établi le 16 novembre 2026 à 09:05 par Quillon "_s));
         QVERIFY(first.standardOutput.contains(u"  MacBook Pro — bilan matériel\n"_s));
-        QVERIFY(first.standardOutput.contains(u"  Macintosh HD — 494,38 Go (187,36 Go libres, 62 % utilisés)\n"_s));
+        QVERIFY(first.standardOutput.contains(u"  Macintosh HD — 494,38\u00a0Go (187,36\u00a0Go libres, 62 % utilisés)\n"_s));
         // The live readings of the capture: the first lid report is 0x6E, 110°.
         QVERIFY(first.standardOutput.contains(u"] Angle d'écran (110°)\n"_s));
     }

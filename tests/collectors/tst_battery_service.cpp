@@ -1,53 +1,68 @@
 #include "common/test_main.h"
-#include "machine_fakes.h"
+#include "fakes.h"
 
 #include "collectors/battery_service.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-
-using namespace Qt::StringLiterals;
-
 namespace {
 
-// A battery on battery power whose capacities give a computed health of 91 %; a change
-// holding an invalid value removes that key.
-PropertyDictionary smartBattery(const PropertyDictionary &changes = {})
+// A battery on battery power, charged at 64 %, whose capacities give a computed health of
+// 91 %; `changes` replace its values, a null removes one. `powerItems` are the profiler's
+// items, `sourceWord` the health word of the internal power source after another source's.
+FakeMac batteryMac(const PropertyDictionary &changes = {}, const QByteArray &powerItems = {}, const QString &sourceWord = {})
 {
-    PropertyDictionary dict{{u"BatteryInstalled"_s, true},
-                            {u"CurrentCapacity"_s, qint64(64)},
-                            {u"IsCharging"_s, false},
-                            {u"ExternalConnected"_s, false},
-                            {u"FullyCharged"_s, false},
-                            {u"DesignCapacity"_s, qint64(4790)},
-                            {u"NominalChargeCapacity"_s, qint64(4382)}};
+    PropertyDictionary battery = properties(R"({"BatteryInstalled": true, "CurrentCapacity": 64, "IsCharging": false,
+        "ExternalConnected": false, "FullyCharged": false, "DesignCapacity": 4790, "NominalChargeCapacity": 4382})");
     for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
-        if (it->isValid())
-            dict.insert(it.key(), *it);
+        if (it->isNull())
+            battery.remove(it.key());
         else
-            dict.remove(it.key());
+            battery.insert(it.key(), *it);
     }
-    return dict;
+    FakeMac mac;
+    mac.registry->byClass[u"AppleSmartBattery"_s] = {battery};
+    mac.profiler->answerItems(u"SPPowerDataType"_s, powerItems);
+    mac.powerSources->list = {{{u"Type"_s, u"UPS"_s}, {u"BatteryHealth"_s, u"Poor"_s}}};
+    if (!sourceWord.isEmpty())
+        mac.powerSources->list.append({{u"Type"_s, u"InternalBattery"_s}, {u"BatteryHealth"_s, sourceWord}});
+    return mac;
 }
 
-struct FakeBattery : FakeMac
+// The battery's lines that begin with `label`.
+QStringList linesOf(const QString &label, const QByteArray &changes, const QByteArray &powerItems = {}, const QString &sourceWord = {})
 {
-    explicit FakeBattery(const PropertyDictionary &battery = smartBattery())
-    {
-        registry->byClass[u"AppleSmartBattery"_s] = {battery};
-    }
-    void reportPower(const QList<QVariantMap> &items, int exitStatus = 0)
-    {
-        const QJsonObject answer{{u"SPPowerDataType"_s, QJsonArray::fromVariantList({items.cbegin(), items.cend()})}};
-        profiler->answer(u"SPPowerDataType"_s, QJsonDocument(answer).toJson(), exitStatus);
-    }
-    void reportHealth(const QVariantMap &health)
-    {
-        reportPower({{{u"_name"_s, u"spbattery_information"_s}, {u"sppower_battery_health_info"_s, health}}});
-    }
-    BatteryInfo load() const { return BatteryService::load(platform()).value(); }
-    QStringList rows() const { return rowTexts(load().rows); }
-};
+    return rowTexts(BatteryService::load(batteryMac(properties(changes), powerItems, sourceWord).platform()).value().rows).filter(
+        QRegularExpression(u'^' + label));
+}
+
+// The profiler's health figures of the battery.
+QByteArray health(const QByteArray &values)
+{
+    return R"({"_name": "spbattery_information", "sppower_battery_health_info": {)" + values + "}}";
+}
+
+// Whether a battery with these changes is read, by the full load and by the live reading;
+// nothing stands for no smart-battery service at all.
+QStringList presence(const std::optional<QByteArray> &changes)
+{
+    const Platform platform = changes ? batteryMac(properties(*changes)).platform() : FakeMac().platform();
+    return {BatteryService::load(platform) ? u"read"_s : u"none"_s, BatteryService::liveSnapshot(platform) ? u"read"_s : u"none"_s};
+}
+
+// "condition | healthy or not", "-" for no condition, from the system's word and the power source's.
+QStringList condition(const QByteArray &systemWord, const QString &sourceWord = {})
+{
+    const QByteArray items = systemWord.isEmpty() ? QByteArray() : health("\"sppower_battery_health\": \"" + systemWord + '"');
+    const BatteryInfo info = BatteryService::load(batteryMac({}, items, sourceWord).platform()).value();
+    return {info.condition.value_or(u"-"_s) + (info.isConditionHealthy ? u" | healthy"_s : u" | unhealthy"_s)};
+}
+
+// The cell lines of a manufacturer blob; the same bytes as a text give none.
+QStringList cells(const QByteArray &blob)
+{
+    if (!BatteryService::cellProvenanceRows({{u"ManufacturerData"_s, QString::fromLatin1(blob)}}).isEmpty())
+        return {u"lines from a text"_s};
+    return rowTexts(BatteryService::cellProvenanceRows({{u"ManufacturerData"_s, blob}}));
+}
 
 // Each word preceded by its length, among other bytes, as the manufacturer data holds them.
 QByteArray lengthPrefixed(const QList<QByteArray> &words)
@@ -65,261 +80,127 @@ class TestBatteryService : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void presence_data()
+    void lines_data()
     {
-        QTest::addColumn<QList<PropertyDictionary>>("services");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("no smart battery service") << QList<PropertyDictionary>{} << false;
-        QTest::newRow("not installed") << QList{smartBattery({{u"BatteryInstalled"_s, false}})} << false;
-        QTest::newRow("installed flag missing") << QList{smartBattery({{u"BatteryInstalled"_s, {}}})} << true;
-        QTest::newRow("installed flag not a boolean") << QList{smartBattery({{u"BatteryInstalled"_s, qint64(0)}})}
-                                                      << true;
-    }
-
-    void presence()
-    {
-        QFETCH(QList<PropertyDictionary>, services);
-        QFETCH(bool, expected);
-        FakeMac mac;
-        mac.registry->byClass[u"AppleSmartBattery"_s] = services;
-        QCOMPARE(BatteryService::load(mac.platform()).has_value(), expected);
-        QCOMPARE(BatteryService::liveSnapshot(mac.platform()).has_value(), expected);
-    }
-
-    void healthPercent_data()
-    {
-        QTest::addColumn<QVariant>("maximumCapacity"); // the system's own figure; invalid: none
-        QTest::addColumn<PropertyDictionary>("changes");
-        QTest::addColumn<QString>("expected");         // empty: no health and no row
-        QTest::newRow("the system's percentage wins") << QVariant(u"89%"_s) << PropertyDictionary{} << u"89 %"_s;
-        QTest::newRow("the system's percentage as a number") << QVariant(qint64(87)) << PropertyDictionary{}
-                                                             << u"87 %"_s;
-        QTest::newRow("computed: 4382 / 4790 rounded") << QVariant() << PropertyDictionary{} << u"91 %"_s;
-        QTest::newRow("no digits in the system's text") << QVariant(u"n/a"_s) << PropertyDictionary{} << u"91 %"_s;
-        QTest::newRow("raw maximum without nominal capacity")
-            << QVariant()
-            << PropertyDictionary{{u"NominalChargeCapacity"_s, {}}, {u"AppleRawMaxCapacity"_s, qint64(3087)}}
-            << u"64 %"_s;
-        QTest::newRow("above the design capacity")
-            << QVariant() << PropertyDictionary{{u"NominalChargeCapacity"_s, qint64(5000)}} << u"104 %"_s;
-        QTest::newRow("design capacity of zero") << QVariant() << PropertyDictionary{{u"DesignCapacity"_s, qint64(0)}}
-                                                 << QString();
-        QTest::newRow("capacity written as text")
-            << QVariant() << PropertyDictionary{{u"NominalChargeCapacity"_s, u"4382"_s}} << QString();
-    }
-
-    void healthPercent()
-    {
-        QFETCH(QVariant, maximumCapacity);
-        QFETCH(PropertyDictionary, changes);
-        QFETCH(QString, expected);
-        FakeBattery battery(smartBattery(changes));
-        if (maximumCapacity.isValid())
-            battery.reportHealth({{u"sppower_battery_health_maximum_capacity"_s, maximumCapacity}});
-        QCOMPARE(battery.rows().filter(u"Capacité maximale"_s),
-                 expected.isEmpty() ? QStringList() : QStringList{u"Capacité maximale = "_s + expected});
-        QCOMPARE(battery.load().healthPercent.has_value(), !expected.isEmpty());
-    }
-
-    void condition_data()
-    {
-        QTest::addColumn<QVariant>("profilerWord");
-        QTest::addColumn<QVariant>("powerSourceWord");
-        QTest::addColumn<QString>("expected"); // empty: no condition
-        QTest::addColumn<bool>("healthy");
-        QTest::newRow("Service Recommended") << QVariant(u"Service Recommended"_s) << QVariant()
-                                             << u"Entretien recommandé"_s << false;
-        QTest::newRow("Normal") << QVariant(u"Normal"_s) << QVariant() << u"Normale"_s << true;
-        QTest::newRow("Fair") << QVariant(u"Fair"_s) << QVariant() << u"Correcte"_s << false;
-        QTest::newRow("Poor") << QVariant(u"Poor"_s) << QVariant() << u"Vérifier la batterie"_s << false;
-        QTest::newRow("unknown word as it is") << QVariant(u"Unknown"_s) << QVariant() << u"Unknown"_s << false;
-        QTest::newRow("case matters") << QVariant(u"good"_s) << QVariant() << u"good"_s << false;
-        QTest::newRow("no word at all") << QVariant() << QVariant() << QString() << true;
-        QTest::newRow("power source as fallback") << QVariant() << QVariant(u"Check Battery"_s)
-                                                  << u"Vérifier la batterie"_s << false;
-        QTest::newRow("profiler first") << QVariant(u"Good"_s) << QVariant(u"Check Battery"_s) << u"Normale"_s << true;
-    }
-
-    void condition()
-    {
-        QFETCH(QVariant, profilerWord);
-        QFETCH(QVariant, powerSourceWord);
-        QFETCH(QString, expected);
-        QFETCH(bool, healthy);
-        FakeBattery battery;
-        if (profilerWord.isValid())
-            battery.reportHealth({{u"sppower_battery_health"_s, profilerWord}});
-        // Only the internal battery's description counts, whatever comes before it.
-        battery.powerSources->list = {{{u"Type"_s, u"UPS"_s}, {u"BatteryHealth"_s, u"Poor"_s}}};
-        if (powerSourceWord.isValid())
-            battery.powerSources->list.append({{u"Type"_s, u"InternalBattery"_s}, {u"BatteryHealth"_s, powerSourceWord}});
-        const BatteryInfo info = battery.load();
-        QCOMPARE(info.condition.value_or(QString()), expected);
-        QCOMPARE(info.isConditionHealthy, healthy);
-        QCOMPARE(rowTexts(info.rows).filter(u"État de la batterie"_s).size(), expected.isEmpty() ? 0 : 1);
-    }
-
-    void timeRemaining_data()
-    {
-        QTest::addColumn<bool>("charging");
-        QTest::addColumn<qint64>("minutes");
-        QTest::addColumn<QString>("expected"); // the third row, which is the health row without a time
-        QTest::newRow("not known yet") << false << qint64(65535) << u"Capacité maximale = 91 %"_s;
-        QTest::newRow("longest estimate") << false << qint64(59999) << u"Autonomie restante = 999 h 59 min"_s;
-        QTest::newRow("one hour") << false << qint64(60) << u"Autonomie restante = 1 h 0 min"_s;
-        QTest::newRow("under an hour") << false << qint64(59) << u"Autonomie restante = 59 min"_s;
-        QTest::newRow("zero") << false << qint64(0) << u"Capacité maximale = 91 %"_s;
-        QTest::newRow("to full while charging") << true << qint64(125) << u"Charge complète dans = 2 h 5 min"_s;
-    }
-
-    void timeRemaining()
-    {
-        QFETCH(bool, charging);
-        QFETCH(qint64, minutes);
-        QFETCH(QString, expected);
-        // The other estimate holds a valid value that must not be used.
-        const FakeBattery battery(smartBattery({{u"IsCharging"_s, charging},
-                                                {charging ? u"AvgTimeToFull"_s : u"AvgTimeToEmpty"_s, minutes},
-                                                {charging ? u"AvgTimeToEmpty"_s : u"AvgTimeToFull"_s, qint64(30)}}));
-        QCOMPARE(battery.rows().value(2), expected);
-        QCOMPARE(BatteryService::liveSnapshot(battery.platform())->timeRemaining, battery.load().timeRemaining);
-    }
-
-    void measurementRows_data()
-    {
-        QTest::addColumn<PropertyDictionary>("changes");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("expected"); // empty: no row
-        QTest::newRow("temperature to one decimal") << PropertyDictionary{{u"Temperature"_s, qint64(3055)}}
-                                                    << u"Température"_s << u"30.6 °C"_s;
-        QTest::newRow("temperature not an integer") << PropertyDictionary{{u"Temperature"_s, 30.55}}
-                                                    << u"Température"_s << QString();
-        QTest::newRow("raw voltage first")
-            << PropertyDictionary{{u"AppleRawBatteryVoltage"_s, qint64(12340)}, {u"Voltage"_s, qint64(11000)}}
-            << u"Tension"_s << u"12.34 V"_s;
-        QTest::newRow("voltage as fallback") << PropertyDictionary{{u"Voltage"_s, qint64(11000)}} << u"Tension"_s
-                                             << u"11.00 V"_s;
-        QTest::newRow("no current") << PropertyDictionary{{u"Amperage"_s, qint64(0)}} << u"Courant"_s << QString();
-        QTest::newRow("discharging") << PropertyDictionary{{u"Amperage"_s, qint64(-812)}} << u"Courant"_s
-                                     << u"-812 mA"_s;
-        QTest::newRow("charging") << PropertyDictionary{{u"Amperage"_s, qint64(1523)}} << u"Courant"_s << u"+1523 mA"_s;
-        QTest::newRow("discharging written unsigned")
-            << PropertyDictionary{{u"Amperage"_s, quint64(18446744073709550804ULL)}} << u"Courant"_s << u"-812 mA"_s;
-        QTest::newRow("serial not a string") << PropertyDictionary{{u"Serial"_s, qint64(42)}} << u"Numéro de série"_s
-                                             << QString();
-        QTest::newRow("empty controller name") << PropertyDictionary{{u"DeviceName"_s, QString()}}
-                                               << u"Contrôleur"_s << QString();
-    }
-
-    void measurementRows()
-    {
-        QFETCH(PropertyDictionary, changes);
-        QFETCH(QString, label);
-        QFETCH(QString, expected);
-        const QStringList rows = FakeBattery(smartBattery(changes)).rows().filter(label + u" = "_s);
-        QCOMPARE(rows, expected.isEmpty() ? QStringList() : QStringList{label + u" = "_s + expected});
-    }
-
-    void cellProvenance_data()
-    {
-        QTest::addColumn<QByteArray>("blob");
+        QTest::addColumn<QStringList>("actual");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("known maker and lot code") << lengthPrefixed({"SWD", "1234"})
-                                                  << QStringList{u"Fabricant des cellules = Sunwoda (SWD)"_s,
-                                                                 u"Code de lot des cellules = 1234"_s};
-        QTest::newRow("unknown maker, lot code too short")
-            << lengthPrefixed({"567", "XYZ"}) << QStringList{u"Fabricant des cellules = XYZ — inconnu d'Apple"_s};
-        QTest::newRow("last word all digits") << lengthPrefixed({"XYZ", "567"}) << QStringList{};
-        QTest::newRow("lot code without maker") << lengthPrefixed({"XYZ", "98765"})
-                                                << QStringList{u"Code de lot des cellules = 98765"_s};
-        QTest::newRow("first known code, first long number")
-            << lengthPrefixed({"ABC", "SON", "ATL", "123", "4567", "89012"})
+        const QString capacity = u"Capacité maximale"_s;
+        QTest::newRow("the system's percentage wins") << linesOf(capacity, "{}",
+            health(R"("sppower_battery_health_maximum_capacity": "89%")")) << QStringList{u"Capacité maximale = 89 %"_s};
+        QTest::newRow("no digits in the system's text") << linesOf(capacity, "{}",
+            health(R"("sppower_battery_health_maximum_capacity": "n/a")")) << QStringList{u"Capacité maximale = 91 %"_s};
+        QTest::newRow("computed: 4382 / 4790 rounded") << linesOf(capacity, "{}") << QStringList{u"Capacité maximale = 91 %"_s};
+        QTest::newRow("computed: 32 / 256 is 12.5, rounded up")
+            << linesOf(capacity, R"({"NominalChargeCapacity": 32, "DesignCapacity": 256})") << QStringList{u"Capacité maximale = 13 %"_s};
+        QTest::newRow("raw maximum without nominal capacity")
+            << linesOf(capacity, R"({"NominalChargeCapacity": null, "AppleRawMaxCapacity": 3087})")
+            << QStringList{u"Capacité maximale = 64 %"_s};
+        QTest::newRow("above the design capacity") << linesOf(capacity, R"({"NominalChargeCapacity": 5000})")
+            << QStringList{u"Capacité maximale = 104 %"_s};
+        QTest::newRow("design capacity of zero") << linesOf(capacity, R"({"DesignCapacity": 0})") << QStringList();
+        QTest::newRow("capacity written as text") << linesOf(capacity, R"({"NominalChargeCapacity": "4382"})") << QStringList();
+
+        const QString state = u"État ="_s;
+        QTest::newRow("full and plugged in, though charging")
+            << linesOf(state, R"({"FullyCharged": true, "ExternalConnected": true, "IsCharging": true})")
+            << QStringList{u"État = Chargée — sur secteur [powerState]"_s};
+        QTest::newRow("charging") << linesOf(state, R"({"IsCharging": true, "FullyCharged": true})")
+            << QStringList{u"État = En charge [powerState]"_s};
+        QTest::newRow("plugged in") << linesOf(state, R"({"ExternalConnected": true})")
+            << QStringList{u"État = Sur secteur [powerState]"_s};
+        QTest::newRow("on battery") << linesOf(state, "{}") << QStringList{u"État = Sur batterie [powerState]"_s};
+
+        // The other estimate always holds a valid value that must not be used.
+        const QString time = u"(Autonomie|Charge complète)"_s;
+        QTest::newRow("not known yet") << linesOf(time, R"({"AvgTimeToEmpty": 65535, "AvgTimeToFull": 30})") << QStringList();
+        QTest::newRow("longest estimate") << linesOf(time, R"({"AvgTimeToEmpty": 59999, "AvgTimeToFull": 30})")
+            << QStringList{u"Autonomie restante = 999 h 59 min"_s};
+        QTest::newRow("one hour") << linesOf(time, R"({"AvgTimeToEmpty": 60, "AvgTimeToFull": 30})")
+            << QStringList{u"Autonomie restante = 1 h 0 min"_s};
+        QTest::newRow("under an hour") << linesOf(time, R"({"AvgTimeToEmpty": 59, "AvgTimeToFull": 30})")
+            << QStringList{u"Autonomie restante = 59 min"_s};
+        QTest::newRow("zero") << linesOf(time, R"({"AvgTimeToEmpty": 0, "AvgTimeToFull": 30})") << QStringList();
+        QTest::newRow("to full while charging") << linesOf(time, R"({"IsCharging": true, "AvgTimeToFull": 125, "AvgTimeToEmpty": 30})")
+            << QStringList{u"Charge complète dans = 2 h 5 min"_s};
+
+        QTest::newRow("temperature to one decimal") << linesOf(u"Temp"_s, R"({"Temperature": 3055})")
+            << QStringList{u"Température = 30.6 °C"_s};
+        QTest::newRow("temperature not an integer") << linesOf(u"Temp"_s, R"({"Temperature": 30.55})") << QStringList();
+        QTest::newRow("raw voltage first") << linesOf(u"Tension"_s, R"({"AppleRawBatteryVoltage": 12340, "Voltage": 11000})")
+            << QStringList{u"Tension = 12.34 V"_s};
+        QTest::newRow("voltage as fallback") << linesOf(u"Tension"_s, R"({"Voltage": 11000})") << QStringList{u"Tension = 11.00 V"_s};
+        QTest::newRow("no current") << linesOf(u"Courant"_s, R"({"Amperage": 0})") << QStringList();
+        QTest::newRow("discharging") << linesOf(u"Courant"_s, R"({"Amperage": -812})") << QStringList{u"Courant = -812 mA"_s};
+        QTest::newRow("charging current") << linesOf(u"Courant"_s, R"({"Amperage": 1523})") << QStringList{u"Courant = +1523 mA"_s};
+        QTest::newRow("serial not a string") << linesOf(u"Numéro"_s, R"({"Serial": 42})") << QStringList();
+        const QString adapter = u"(Adaptateur|Puissance|Fabricant de)"_s;
+        const QByteArray charger = R"({"_name": "sppower_ac_charger_information", "sppower_ac_charger_name": "",
+            "sppower_ac_charger_watts": 30, "sppower_battery_charger_connected": "FALSE"})";
+        QTest::newRow("adapter") << linesOf(adapter, "{}", R"({"_name": "sppower_information"}, )" + charger)
+            << QStringList{u"Puissance = 30 W"_s, u"Adaptateur branché = Non"_s};
+        QTest::newRow("no smart-battery service") << presence({}) << QStringList{u"none"_s, u"none"_s};
+        QTest::newRow("not installed") << presence(R"({"BatteryInstalled": false})") << QStringList{u"none"_s, u"none"_s};
+        QTest::newRow("installed flag missing") << presence(R"({"BatteryInstalled": null})") << QStringList{u"read"_s, u"read"_s};
+        QTest::newRow("installed flag not a boolean") << presence(R"({"BatteryInstalled": 0})") << QStringList{u"read"_s, u"read"_s};
+
+        // The system's health word first, else the internal power source's.
+        QTest::newRow("Service Recommended") << condition("Service Recommended") << QStringList{u"Entretien recommandé | unhealthy"_s};
+        QTest::newRow("Normal") << condition("Normal") << QStringList{u"Normale | healthy"_s};
+        QTest::newRow("Fair") << condition("Fair") << QStringList{u"Correcte | unhealthy"_s};
+        QTest::newRow("Poor") << condition("Poor") << QStringList{u"Vérifier la batterie | unhealthy"_s};
+        QTest::newRow("an unknown word as it is") << condition("Unknown") << QStringList{u"Unknown | unhealthy"_s};
+        QTest::newRow("case matters") << condition("good") << QStringList{u"good | unhealthy"_s};
+        QTest::newRow("no word at all") << condition({}) << QStringList{u"- | healthy"_s};
+        QTest::newRow("the power source as fallback") << condition({}, u"Check Battery"_s)
+            << QStringList{u"Vérifier la batterie | unhealthy"_s};
+        QTest::newRow("the system first") << condition("Good", u"Check Battery"_s) << QStringList{u"Normale | healthy"_s};
+
+        QTest::newRow("known maker and lot code") << cells(lengthPrefixed({"SWD", "1234"}))
+            << QStringList{u"Fabricant des cellules = Sunwoda (SWD)"_s, u"Code de lot des cellules = 1234"_s};
+        QTest::newRow("unknown maker, lot code too short") << cells(lengthPrefixed({"567", "XYZ"}))
+            << QStringList{u"Fabricant des cellules = XYZ — inconnu d'Apple"_s};
+        QTest::newRow("last word all digits") << cells(lengthPrefixed({"XYZ", "567"})) << QStringList();
+        QTest::newRow("lot code without maker") << cells(lengthPrefixed({"XYZ", "98765"}))
+            << QStringList{u"Code de lot des cellules = 98765"_s};
+        QTest::newRow("first known code, first long number") << cells(lengthPrefixed({"ABC", "SON", "ATL", "123", "4567", "89012"}))
             << QStringList{u"Fabricant des cellules = Sony"_s, u"Code de lot des cellules = 4567"_s};
-        QTest::newRow("lengths 2 and 9 start no word") << QByteArray("\x02" "AB" "\x09" "ABCDEFGHI") << QStringList{};
-        QTest::newRow("unprintable byte: scan resumes after the length byte")
-            << QByteArray("\x04\x03SWD") << QStringList{u"Fabricant des cellules = Sunwoda (SWD)"_s};
-        QTest::newRow("0x7F is not printable") << QByteArray("\x03" "LG\x7F") << QStringList{};
-        QTest::newRow("word cut short by the end") << QByteArray("\x05LGC") << QStringList{};
+        QTest::newRow("lengths 2 and 9 start no word") << cells(QByteArray("\x02" "AB" "\x09" "ABCDEFGHI")) << QStringList();
+        QTest::newRow("unprintable: the scan resumes after the length byte") << cells(QByteArray("\x04\x03SWD"))
+            << QStringList{u"Fabricant des cellules = Sunwoda (SWD)"_s};
+        QTest::newRow("0x7F is not printable") << cells(QByteArray("\x03LG\x7F")) << QStringList();
+        QTest::newRow("a word cut short by the end") << cells(QByteArray("\x05LGC")) << QStringList();
     }
 
-    void cellProvenance()
+    void lines()
     {
-        QFETCH(QByteArray, blob);
-        QFETCH(QStringList, expected);
-        QCOMPARE(rowTexts(BatteryService::cellProvenanceRows({{u"ManufacturerData"_s, blob}})), expected);
-        QVERIFY(BatteryService::cellProvenanceRows({{u"ManufacturerData"_s, QString::fromLatin1(blob)}}).isEmpty());
+        QFETCH(QStringList, actual);
+        QTEST(actual, "expected");
     }
 
-    void adapterRowsAndProfilerFailure()
+    // Every line in its order, and the live reading of the same battery. The registry keeps
+    // the current unsigned: past the signed range it is a discharge.
+    void everyLine()
     {
-        FakeBattery battery;
-        const QVariantMap charger{{u"_name"_s, u"sppower_ac_charger_information"_s},
-                                  {u"sppower_ac_charger_name"_s, QString()},
-                                  {u"sppower_ac_charger_watts"_s, qint64(30)},
-                                  {u"sppower_battery_charger_connected"_s, u"FALSE"_s}};
-        battery.reportPower({{{u"_name"_s, u"sppower_information"_s}}, charger});
-        QCOMPARE(battery.rows().mid(4), (QStringList{u"Puissance = 30 W"_s, u"Adaptateur branché = Non"_s}));
-        // A failed profiler run costs the adapter lines and nothing else.
-        battery.reportPower({charger}, 1);
-        QCOMPARE(battery.rows().size(), 4);
-    }
-
-    // Full and plugged in reads as charged even when the battery still reports charging.
-    void fullAndPluggedIn()
-    {
-        const FakeBattery battery(smartBattery(
-            {{u"IsCharging"_s, true}, {u"FullyCharged"_s, true}, {u"ExternalConnected"_s, true}}));
-        QCOMPARE(battery.rows().value(1), u"État = Chargée — sur secteur"_s);
-        QCOMPARE(BatteryService::liveSnapshot(battery.platform())->stateLabel(), u"Chargée — sur secteur"_s);
-    }
-
-    void sampleCapture()
-    {
-        const Platform platform = capturePlatform(u"sample"_s);
-        const std::optional<BatteryInfo> info = BatteryService::load(platform);
-        QVERIFY(info);
-        QCOMPARE(info->chargePercent, 87);
-        QVERIFY(info->isCharging && info->isPluggedIn && !info->isFullyCharged && info->isConditionHealthy);
-        QCOMPARE(info->cycleCount, 212);
-        QCOMPARE(info->designCycleCount, 1000);
-        QCOMPARE(info->healthPercent, 91);
-        QCOMPARE(info->condition, u"Normale"_s);
-        QCOMPARE(info->temperatureCelsius, 31.27);
-        QCOMPARE(info->timeRemaining, u"1 h 15 min"_s);
-        QCOMPARE(rowTexts(info->rows),
-                 (QStringList{u"Niveau de charge = 87 %"_s, u"État = En charge"_s,
-                              u"Charge complète dans = 1 h 15 min"_s, u"Capacité maximale = 91 %"_s,
-                              u"État de la batterie = Normale"_s, u"Cycles de charge = 212"_s,
-                              u"Capacité = 5578 mAh sur 6075 mAh d'origine"_s, u"Température = 31.3 °C"_s,
-                              u"Tension = 12.63 V"_s, u"Courant = +1523 mA"_s,
-                              u"Numéro de série = F5D2246N3PK1Q7LAT"_s, u"Contrôleur = bq40z651"_s,
-                              u"Fabricant des cellules = Amperex (ATL)"_s, u"Code de lot des cellules = 2246"_s,
-                              u"Adaptateur secteur = 96W USB-C Power Adapter"_s, u"Puissance = 96 W"_s,
-                              u"Fabricant de l'adaptateur = Apple Inc."_s, u"Adaptateur branché = Oui"_s}));
-        QCOMPARE(info->rows[0].key, InfoRowKey::chargeLevel);
-        QCOMPARE(info->rows[1].key, InfoRowKey::powerState);
-        QVERIFY(std::none_of(info->rows.cbegin() + 2, info->rows.cend(), [](const InfoRow &row) { return row.key; }));
-        QCOMPARE(BatteryService::liveSnapshot(platform).value_or(BatterySnapshot()),
+        PropertyDictionary changes = properties(R"({"IsCharging": true, "ExternalConnected": true, "CurrentCapacity": 87, "CycleCount": 212,
+            "AvgTimeToFull": 75, "Temperature": 3127, "Voltage": 12630, "Serial": "F5D2", "DeviceName": "bq40z651"})");
+        changes.insert(u"ManufacturerData"_s, lengthPrefixed({"ATL", "2246"}));
+        changes.insert(u"Amperage"_s, quint64(18446744073709550804ULL));
+        const FakeMac mac = batteryMac(changes,
+            health(R"("sppower_battery_health": "Good", "sppower_battery_health_maximum_capacity": "90%")")
+                + R"(, {"_name": "sppower_ac_charger_information", "sppower_ac_charger_name": "96W USB-C", "sppower_ac_charger_watts": 96,
+                "sppower_ac_charger_manufacturer": "Apple Inc.", "sppower_battery_charger_connected": "TRUE"})");
+        QCOMPARE(rowTexts(BatteryService::load(mac.platform()).value().rows), (QStringList{
+            u"Niveau de charge = 87 % [chargeLevel]"_s, u"État = En charge [powerState]"_s, u"Charge complète dans = 1 h 15 min"_s,
+            u"Capacité maximale = 90 %"_s, u"État de la batterie = Normale"_s, u"Cycles de charge = 212"_s,
+            u"Capacité = 4382 mAh sur 4790 mAh d'origine"_s, u"Température = 31.3 °C"_s, u"Tension = 12.63 V"_s, u"Courant = -812 mA"_s,
+            u"Numéro de série = F5D2"_s, u"Contrôleur = bq40z651"_s, u"Fabricant des cellules = Amperex (ATL)"_s,
+            u"Code de lot des cellules = 2246"_s, u"Adaptateur secteur = 96W USB-C"_s, u"Puissance = 96 W"_s,
+            u"Fabricant de l'adaptateur = Apple Inc."_s, u"Adaptateur branché = Oui"_s}));
+        QCOMPARE(BatteryService::liveSnapshot(mac.platform()).value_or(BatterySnapshot()),
                  (BatterySnapshot{87, true, true, false, u"1 h 15 min"_s, 31.27}));
-    }
-
-    void wornBatteryCapture()
-    {
-        const std::optional<BatteryInfo> info = BatteryService::load(capturePlatform(u"worn-battery"_s));
-        QVERIFY(info && !info->isConditionHealthy && !info->timeRemaining);
-        QCOMPARE(rowTexts(info->rows),
-                 (QStringList{u"Niveau de charge = 42 %"_s, u"État = Sur batterie"_s, u"Capacité maximale = 71 %"_s,
-                              u"État de la batterie = Entretien recommandé"_s, u"Cycles de charge = 1180"_s,
-                              u"Capacité = 3112 mAh sur 4380 mAh d'origine"_s, u"Température = 33.4 °C"_s,
-                              u"Tension = 11.36 V"_s, u"Courant = -1247 mA"_s,
-                              u"Numéro de série = F8Y0453D1KP0HQ7AC"_s, u"Contrôleur = bq40z651"_s,
-                              u"Fabricant des cellules = Sunwoda (SWD)"_s, u"Code de lot des cellules = 1947"_s}));
-    }
-
-    void desktopCaptureHasNoBattery()
-    {
-        const Platform platform = capturePlatform(u"desktop-mac-studio"_s);
-        QVERIFY(!BatteryService::load(platform) && !BatteryService::liveSnapshot(platform));
+        // A failed profiler run costs the profiler's lines and nothing else.
+        mac.profiler->answer(u"SPPowerDataType"_s, "{}", 1);
+        QCOMPARE(BatteryService::load(mac.platform()).value().rows.size(), 13);
     }
 };
 

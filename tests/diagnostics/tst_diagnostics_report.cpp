@@ -1,35 +1,15 @@
 #include "check_test_support.h"
 #include "common/test_main.h"
 
-#include "diagnostics/diagnostics_report.h"
-
-using namespace Qt::StringLiterals;
 using namespace CheckTest;
 
-// Builds a report from one letter per check: o ok, w attention, f alerte, i info,
-// n nonApplicable.
+// A report with one check per letter: o ok, w attention, f alerte, i info, n nonApplicable.
 static DiagnosticsReport reportOf(const QString &levels)
 {
     DiagnosticsReport report;
     for (const QChar letter : levels) {
         HardwareCheck check;
-        switch (letter.unicode()) {
-        case u'o':
-            check.status = CheckStatus::ok;
-            break;
-        case u'w':
-            check.status = CheckStatus::attention;
-            break;
-        case u'f':
-            check.status = CheckStatus::alerte;
-            break;
-        case u'i':
-            check.status = CheckStatus::info;
-            break;
-        default:
-            check.status = CheckStatus::nonApplicable;
-            break;
-        }
+        check.status = CheckStatuses::allCases().at(QStringView(u"owfin").indexOf(letter));
         report.checks.append(check);
     }
     return report;
@@ -40,99 +20,68 @@ class DiagnosticsReportTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void summary_data();
-    void summary();
-    void countsPerLevel();
-    void levelPresentation_data();
-    void levelPresentation();
+    void summary_data()
+    {
+        QTest::addColumn<QString>("levels");
+        QTest::addColumn<QString>("worst");
+        QTest::addColumn<int>("applicable");
+        QTest::addColumn<QString>("headline");
+        const QString fine = u"Aucun problème détecté"_s;
+        QTest::newRow("empty report") << QString() << u"info"_s << 0 << fine;
+        QTest::newRow("info then ok") << u"io"_s << u"ok"_s << 2 << fine;
+        QTest::newRow("ok then info") << u"oi"_s << u"ok"_s << 2 << fine;
+        QTest::newRow("not applicable, info, ok") << u"nio"_s << u"ok"_s << 2 << fine;
+        QTest::newRow("info beats not applicable") << u"nin"_s << u"info"_s << 1 << fine;
+        QTest::newRow("ten not applicable") << u"nnnnnnnnnn"_s << u"nonApplicable"_s << 0 << fine;
+        QTest::newRow("one warning") << u"owi"_s << u"attention"_s << 3 << u"1 point à surveiller"_s;
+        QTest::newRow("three warnings") << u"wnww"_s << u"attention"_s << 3 << u"3 points à surveiller"_s;
+        QTest::newRow("one fault") << u"ifo"_s << u"alerte"_s << 3 << u"1 anomalie détectée"_s;
+        QTest::newRow("two faults") << u"fnf"_s << u"alerte"_s << 2 << u"2 anomalies détectées"_s;
+        QTest::newRow("one fault, two warnings") << u"wfw"_s << u"alerte"_s << 3 << u"1 anomalie · 2 points à surveiller"_s;
+        QTest::newRow("two faults, one warning") << u"fwf"_s << u"alerte"_s << 3 << u"2 anomalies · 1 point à surveiller"_s;
+        QTest::newRow("counts without grouping") << QString(1234, u'w') << u"attention"_s << 1234 << u"1234 points à surveiller"_s;
+    }
+
+    void summary()
+    {
+        QFETCH(QString, levels);
+        const DiagnosticsReport report = reportOf(levels);
+        QTEST(statusName(report.worst()), "worst");
+        QTEST(report.applicableCount(), "applicable");
+        QTEST(report.headline(), "headline");
+    }
+
+    void countsPerLevel()
+    {
+        const DiagnosticsReport report = reportOf(u"oowfiinnnw"_s);
+        QCOMPARE((QList<int>{report.count(CheckStatus::ok), report.count(CheckStatus::attention),
+                             report.count(CheckStatus::alerte), report.count(CheckStatus::info),
+                             report.count(CheckStatus::nonApplicable)}),
+                 (QList<int>{2, 2, 1, 2, 3}));
+    }
+
+    void levels_data()
+    {
+        QTest::addColumn<CheckStatus>("status");
+        QTest::addColumn<QString>("expected"); // stored index | label | symbol | colour role
+        QTest::newRow("ok") << CheckStatus::ok << u"0 | Correct | checkmark.circle.fill | 0"_s;
+        QTest::newRow("attention") << CheckStatus::attention << u"1 | À surveiller | exclamationmark.triangle.fill | 1"_s;
+        QTest::newRow("alerte") << CheckStatus::alerte << u"2 | Anomalie | xmark.octagon.fill | 2"_s;
+        QTest::newRow("info") << CheckStatus::info << u"3 | Info | info.circle.fill | 3"_s;
+        QTest::newRow("nonApplicable") << CheckStatus::nonApplicable << u"4 | Sans objet | minus.circle | 4"_s;
+    }
+
+    void levels()
+    {
+        QFETCH(CheckStatus, status);
+        // Colour roles in order: green, orange, red, accent, secondary.
+        QTEST(QStringList({QString::number(CheckStatuses::allCases().indexOf(status)), CheckStatuses::label(status),
+                           CheckStatuses::symbol(status), QString::number(int(CheckStatuses::colourRole(status)))})
+                  .join(u" | "_s),
+              "expected");
+        QCOMPARE(int(status), CheckStatuses::allCases().indexOf(status));
+    }
 };
-
-void DiagnosticsReportTest::summary_data()
-{
-    QTest::addColumn<QString>("levels");
-    QTest::addColumn<CheckStatus>("worst");
-    QTest::addColumn<int>("applicable");
-    QTest::addColumn<QString>("headline");
-
-    QTest::newRow("empty report") << u""_s << CheckStatus::info << 0 << u"Aucun problème détecté"_s;
-    QTest::newRow("info then ok") << u"io"_s << CheckStatus::ok << 2 << u"Aucun problème détecté"_s;
-    QTest::newRow("ok then info") << u"oi"_s << CheckStatus::ok << 2 << u"Aucun problème détecté"_s;
-    QTest::newRow("not applicable, info, ok") << u"nio"_s << CheckStatus::ok << 2 << u"Aucun problème détecté"_s;
-    QTest::newRow("not applicable then info") << u"nin"_s << CheckStatus::info << 1 << u"Aucun problème détecté"_s;
-    QTest::newRow("ten not applicable")
-        << u"nnnnnnnnnn"_s << CheckStatus::nonApplicable << 0 << u"Aucun problème détecté"_s;
-    QTest::newRow("one warning") << u"owi"_s << CheckStatus::attention << 3 << u"1 point à surveiller"_s;
-    QTest::newRow("three warnings") << u"wnww"_s << CheckStatus::attention << 3 << u"3 points à surveiller"_s;
-    QTest::newRow("one fault") << u"ifo"_s << CheckStatus::alerte << 3 << u"1 anomalie détectée"_s;
-    QTest::newRow("two faults") << u"fnf"_s << CheckStatus::alerte << 2 << u"2 anomalies détectées"_s;
-    QTest::newRow("warning, fault, warning")
-        << u"wfw"_s << CheckStatus::alerte << 3 << u"1 anomalie · 2 points à surveiller"_s;
-    QTest::newRow("two faults and a warning")
-        << u"fwf"_s << CheckStatus::alerte << 3 << u"2 anomalies · 1 point à surveiller"_s;
-    QTest::newRow("one fault and one warning")
-        << u"wf"_s << CheckStatus::alerte << 2 << u"1 anomalie · 1 point à surveiller"_s;
-    QTest::newRow("counts without grouping")
-        << QString(1234, u'w') << CheckStatus::attention << 1234 << u"1234 points à surveiller"_s;
-}
-
-void DiagnosticsReportTest::summary()
-{
-    QFETCH(QString, levels);
-    QFETCH(CheckStatus, worst);
-    QFETCH(int, applicable);
-    QFETCH(QString, headline);
-
-    const DiagnosticsReport report = reportOf(levels);
-    QCOMPARE(shown(report.worst()), shown(worst));
-    QCOMPARE(report.applicableCount(), applicable);
-    QCOMPARE(report.headline(), headline);
-}
-
-void DiagnosticsReportTest::countsPerLevel()
-{
-    const DiagnosticsReport report = reportOf(u"oowfiinnnw"_s);
-    QCOMPARE(report.count(CheckStatus::ok), 2);
-    QCOMPARE(report.count(CheckStatus::attention), 2);
-    QCOMPARE(report.count(CheckStatus::alerte), 1);
-    QCOMPARE(report.count(CheckStatus::info), 2);
-    QCOMPARE(report.count(CheckStatus::nonApplicable), 3);
-    QCOMPARE(DiagnosticsReport().count(CheckStatus::ok), 0);
-}
-
-void DiagnosticsReportTest::levelPresentation_data()
-{
-    QTest::addColumn<CheckStatus>("status");
-    QTest::addColumn<int>("storedIndex");
-    QTest::addColumn<QString>("label");
-    QTest::addColumn<QString>("symbol");
-    QTest::addColumn<int>("colourRole");
-
-    QTest::newRow("ok") << CheckStatus::ok << 0 << u"Correct"_s << u"checkmark.circle.fill"_s
-                        << int(CheckColourRole::green);
-    QTest::newRow("attention") << CheckStatus::attention << 1 << u"À surveiller"_s
-                               << u"exclamationmark.triangle.fill"_s << int(CheckColourRole::orange);
-    QTest::newRow("alerte") << CheckStatus::alerte << 2 << u"Anomalie"_s << u"xmark.octagon.fill"_s
-                            << int(CheckColourRole::red);
-    QTest::newRow("info") << CheckStatus::info << 3 << u"Info"_s << u"info.circle.fill"_s
-                          << int(CheckColourRole::accent);
-    QTest::newRow("nonApplicable") << CheckStatus::nonApplicable << 4 << u"Sans objet"_s << u"minus.circle"_s
-                                   << int(CheckColourRole::secondary);
-}
-
-void DiagnosticsReportTest::levelPresentation()
-{
-    QFETCH(CheckStatus, status);
-    QFETCH(int, storedIndex);
-    QFETCH(QString, label);
-    QFETCH(QString, symbol);
-    QFETCH(int, colourRole);
-
-    QCOMPARE(int(status), storedIndex);
-    QCOMPARE(CheckStatuses::allCases().indexOf(status), storedIndex);
-    QCOMPARE(CheckStatuses::label(status), label);
-    QCOMPARE(CheckStatuses::symbol(status), symbol);
-    QCOMPARE(int(CheckStatuses::colourRole(status)), colourRole);
-}
 
 QUILLON_TEST_MAIN(DiagnosticsReportTest)
 #include "tst_diagnostics_report.moc"

@@ -1,122 +1,46 @@
 #include "check_test_support.h"
+#include "collectors/fakes.h"
 #include "common/test_main.h"
 
+#include "collectors/battery_service.h"
+#include "collectors/hardware_service.h"
+#include "collectors/inventory_service.h"
 #include "diagnostics/diagnostics_service.h"
-#include "platform/capture/capture_platform.h"
 
-#include <QJsonObject>
-#include <QJsonValue>
 #include <QSet>
 
-#include <algorithm>
-
-using namespace Qt::StringLiterals;
 using namespace CheckTest;
 
 Q_DECLARE_METATYPE(ThermalState)
 
 namespace {
 
-// Kernel values given as a capture's kernel.json would hold them.
-class FakeKernel final : public KernelSource
+// A portable with a battery and one volume, 16 GiB of memory, up for `upDays` at the
+// clock's moment with `swapUsed` bytes of swap.
+DiagnosticsReport laptopReport(qint64 swapUsed = 318767104, qint64 upDays = 3, ThermalState state = ThermalState::nominal)
 {
-public:
-    explicit FakeKernel(QJsonObject values) : m_values(std::move(values)) {}
-
-    std::optional<QByteArray> value(const QByteArray &name) const override
-    {
-        const QString key = QString::fromLatin1(name);
-        if (!m_values.contains(key))
-            return std::nullopt;
-        return kernelBytes(name, m_values.value(key));
-    }
-
-private:
-    QJsonObject m_values;
-};
-
-class FakeProcess final : public ProcessInformation
-{
-public:
-    explicit FakeProcess(ThermalState state) : m_state(state) {}
-    QString hostName() const override { return {}; }
-    QString operatingSystemVersion() const override { return {}; }
-    ThermalState thermalState() const override { return m_state; }
-
-private:
-    ThermalState m_state;
-};
-
-class FakeClock final : public Clock
-{
-public:
-    explicit FakeClock(QDateTime moment) : m_moment(std::move(moment)) {}
-    QDateTime now() const override { return m_moment; }
-
-private:
-    QDateTime m_moment;
-};
-
-// 2026-11-16 08:05:07 UTC.
-const QDateTime captureMoment = QDateTime::fromSecsSinceEpoch(1794816307, Qt::UTC);
-constexpr qint64 secondsPerDay = 86400;
-
-QJsonObject swap(qint64 used)
-{
-    const qint64 total = Q_INT64_C(17179869184);
-    return {{u"total"_s, total}, {u"used"_s, used}, {u"available"_s, total - used}};
+    FakeMac mac;
+    mac.kernel->values = {{u"hw.memsize"_s, qint64(17179869184)}, {u"kern.boottime"_s, 1'800'000'000 - upDays * 86400},
+                          {u"vm.swapusage"_s, QJsonObject{{u"total"_s, swapUsed}, {u"used"_s, swapUsed}, {u"available"_s, 0}}}};
+    mac.process->state = state;
+    HardwareInfo hardware{.memory = u"16 GB"_s, .osVersion = u"macOS 15.1 (24B83)"_s, .uptime = u"3 j 0 h"_s};
+    hardware.components = {.trackpad = present(), .keyboard = present(), .smc = present(), .isPortable = true};
+    const StorageVolume volume{.name = u"HD"_s, .totalBytes = 1e12, .isInternal = true};
+    return DiagnosticsService::build(mac.platform(), hardware, BatteryInfo{.healthPercent = 91}, {volume}, {});
 }
 
-// A MacBook that has been up three days, nominal temperature, little swap.
-QJsonObject usualKernel()
+// Everything a refresh collects from one capture shipped with the project, judged.
+DiagnosticsReport captureReport(const QString &name)
 {
-    return {{u"hw.memsize"_s, Q_INT64_C(17179869184)},
-            {u"kern.boottime"_s, Q_INT64_C(1794816307) - 3 * secondsPerDay},
-            {u"vm.swapusage"_s, swap(Q_INT64_C(318767104))}};
-}
-
-Platform platformWith(QJsonObject kernel, ThermalState state = ThermalState::nominal)
-{
-    Platform platform;
-    platform.kernel = std::make_shared<FakeKernel>(std::move(kernel));
-    platform.process = std::make_shared<FakeProcess>(state);
-    platform.clock = std::make_shared<FakeClock>(captureMoment);
-    return platform;
-}
-
-HardwareInfo laptop()
-{
-    HardwareInfo made;
-    made.memory = u"16 GB"_s;
-    made.chip = u"Apple M1 Pro"_s;
-    made.cores = u"10 cœurs — 8 performance + 2 efficacité"_s;
-    made.osVersion = u"macOS 15.1 (24B83)"_s;
-    made.uptime = u"3 j 0 h"_s;
-    made.components.keyboard = present(u"Français"_s);
-    made.components.trackpad = present(u"0 erreur"_s);
-    made.components.smc = present(u"Actif"_s);
-    made.components.isPortable = true;
-    return made;
-}
-
-BatteryInfo goodBattery()
-{
-    BatteryInfo made;
-    made.chargePercent = 87;
-    made.healthPercent = 91;
-    made.cycleCount = 212;
-    made.designCycleCount = 1000;
-    return made;
-}
-
-StorageVolume volumeNamed(const QString &name)
-{
-    StorageVolume made;
-    made.name = name;
-    made.totalBytes = 1e12;
-    made.freeBytes = 5e11;
-    made.isInternal = true;
-    return made;
+    const Platform platform = capturePlatform(name);
+    const Result<HardwareInfo> hardware = HardwareService::load(platform);
+    const Result<QList<StorageVolume>> volumes = InventoryService::storage(platform);
+    Inventory inventory;
+    for (const AppSection section : AppSections::allCases())
+        if (Result<QList<DeviceNode>> nodes = InventoryService::devices(platform, section); nodes.ok())
+            inventory.insert(section, nodes.value());
+    return DiagnosticsService::build(platform, hardware.ok() ? std::optional(hardware.value()) : std::nullopt,
+                                     BatteryService::load(platform), volumes.ok() ? volumes.value() : QList<StorageVolume>(), inventory);
 }
 
 } // namespace
@@ -126,180 +50,110 @@ class DiagnosticsServiceTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void checkOrder_data();
-    void checkOrder();
-    void nothingCollected();
-    void systemReadings_data();
-    void systemReadings();
-    void generatedAtTheClocksTime();
-    void freshIdentifiersEachBuild();
-};
-
-void DiagnosticsServiceTest::checkOrder_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("symbol");
-
-    const QList<std::pair<QString, QString>> expected{
-        {u"Batterie"_s, u"battery.100"_s},
-        {u"Macintosh HD"_s, u"internaldrive"_s},
-        {u"Données"_s, u"internaldrive"_s},
-        {u"Écrans"_s, u"display"_s},
-        {u"Wi-Fi"_s, u"wifi.slash"_s},
-        {u"Bluetooth"_s, u"dot.radiowaves.right"_s},
-        {u"Audio"_s, u"speaker.wave.2"_s},
-        {u"Caméra"_s, u"camera"_s},
-        {u"Clavier"_s, u"keyboard"_s},
-        {u"Rétroéclairage clavier"_s, u"light.max"_s},
-        {u"Trackpad"_s, u"rectangle.and.hand.point.up.left"_s},
-        {u"Retour haptique"_s, u"hand.tap"_s},
-        {u"Touch ID"_s, u"touchid"_s},
-        {u"Angle d'écran"_s, u"laptopcomputer.and.arrow.down"_s},
-        {u"Autres capteurs"_s, u"sensor"_s},
-        {u"USB"_s, u"cable.connector"_s},
-        {u"Thunderbolt"_s, u"bolt.horizontal"_s},
-        {u"Mémoire"_s, u"memorychip"_s},
-        {u"Processeur"_s, u"cpu"_s},
-        {u"Température"_s, u"thermometer.medium"_s},
-        {u"Système"_s, u"gearshape"_s},
-    };
-    for (int position = 0; position < expected.size(); ++position) {
-        const QByteArray name = QByteArray::number(position + 1) + ' ' + expected.at(position).first.toUtf8();
-        QTest::newRow(name.constData()) << position << expected.at(position).first << expected.at(position).second;
-    }
-}
-
-void DiagnosticsServiceTest::checkOrder()
-{
-    QFETCH(int, position);
-    QFETCH(QString, title);
-    QFETCH(QString, symbol);
-
-    const DiagnosticsReport report =
-        DiagnosticsService::build(platformWith(usualKernel()), laptop(), goodBattery(),
-                                  {volumeNamed(u"Macintosh HD"_s), volumeNamed(u"Données"_s)}, Inventory());
-    QCOMPARE(report.checks.size(), 21);
-    const HardwareCheck &check = report.checks.at(position);
-    QCOMPARE(check.title, title);
-    QCOMPARE(check.symbol, symbol);
-    // Only the battery is one of the large tiles.
-    QCOMPARE(check.isHighlighted, position == 0);
-}
-
-void DiagnosticsServiceTest::nothingCollected()
-{
-    Platform nothing;
-    nothing.clock = std::make_shared<FakeClock>(captureMoment);
-    const DiagnosticsReport report = DiagnosticsService::build(nothing, std::nullopt, std::nullopt, {}, Inventory());
-
-    const QList<std::pair<QString, CheckStatus>> expected{
-        {u"Batterie"_s, CheckStatus::nonApplicable},
-        {u"Stockage"_s, CheckStatus::attention},
-        {u"Écrans"_s, CheckStatus::info},
-        {u"Wi-Fi"_s, CheckStatus::info},
-        {u"Bluetooth"_s, CheckStatus::info},
-        {u"Audio"_s, CheckStatus::info},
-        {u"Caméra"_s, CheckStatus::info},
-        {u"Clavier"_s, CheckStatus::nonApplicable},
-        {u"Rétroéclairage clavier"_s, CheckStatus::nonApplicable},
-        {u"Trackpad"_s, CheckStatus::nonApplicable},
-        {u"Retour haptique"_s, CheckStatus::nonApplicable},
-        {u"Touch ID"_s, CheckStatus::nonApplicable},
-        {u"Angle d'écran"_s, CheckStatus::nonApplicable},
-        {u"Autres capteurs"_s, CheckStatus::info},
-        {u"USB"_s, CheckStatus::info},
-        {u"Thunderbolt"_s, CheckStatus::info},
-        {u"Mémoire"_s, CheckStatus::info},
-        {u"Processeur"_s, CheckStatus::info},
-        {u"Température"_s, CheckStatus::info},
-        {u"Système"_s, CheckStatus::info},
-    };
-    QCOMPARE(report.checks.size(), expected.size());
-    for (qsizetype i = 0; i < expected.size(); ++i) {
-        QCOMPARE(report.checks.at(i).title, expected.at(i).first);
-        QCOMPARE(shown(report.checks.at(i).status), shown(expected.at(i).second));
-    }
-    QCOMPARE(report.checks.at(16).summary, u"— de mémoire vive."_s);
-    QCOMPARE(shown(report.checks.at(16).measurement), u"—"_s);
-    QCOMPARE(report.checks.at(17).summary, u" · charge mesurée en continu."_s);
-    QCOMPARE(report.checks.at(18).summary, u"État thermique inconnu."_s);
-    QCOMPARE(shown(report.worst()), shown(CheckStatus::attention));
-    QCOMPARE(report.applicableCount(), 13);
-    QCOMPARE(report.headline(), u"1 point à surveiller"_s);
-}
-
-void DiagnosticsServiceTest::systemReadings_data()
-{
-    QTest::addColumn<QJsonObject>("kernel");
-    QTest::addColumn<ThermalState>("thermalState");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<CheckStatus>("status");
-    QTest::addColumn<QString>("summary");
-
-    const QString memory = u"Mémoire"_s, temperature = u"Température"_s, system = u"Système"_s;
-    const QString nbsp = QString(QChar(0x00A0));
-
-    QJsonObject heavySwap = usualKernel();
-    heavySwap[u"vm.swapusage"_s] = swap(Q_INT64_C(8589934593));
-    QTest::newRow("swap over half the memory")
-        << heavySwap << ThermalState::nominal << memory << CheckStatus::attention
-        << u"16 GB de RAM mais 8,59"_s + nbsp + u"Go d'échange sur disque — la machine manque de mémoire."_s;
-    QJsonObject noSwap = usualKernel();
-    noSwap.remove(u"vm.swapusage"_s);
-    QTest::newRow("swap unreadable") << noSwap << ThermalState::nominal << memory << CheckStatus::info
-                                     << u"16 GB de mémoire vive."_s;
-    QTest::newRow("thermal state serious") << usualKernel() << ThermalState::serious << temperature
-                                           << CheckStatus::attention
-                                           << u"Température élevée : macOS réduit les performances."_s;
-    QJsonObject longUp = usualKernel();
-    longUp[u"kern.boottime"_s] = Q_INT64_C(1794816307) - 30 * secondsPerDay;
-    QTest::newRow("up exactly 30 days") << longUp << ThermalState::nominal << system << CheckStatus::attention
-                                        << u"macOS 15.1 (24B83) — allumé depuis 30 jours, un redémarrage est conseillé."_s;
-    QJsonObject noBoot = usualKernel();
-    noBoot.remove(u"kern.boottime"_s);
-    QTest::newRow("boot time unreadable") << noBoot << ThermalState::nominal << system << CheckStatus::ok
-                                          << u"macOS 15.1 (24B83) — allumé depuis 3 j 0 h."_s;
-}
-
-void DiagnosticsServiceTest::systemReadings()
-{
-    QFETCH(QJsonObject, kernel);
-    QFETCH(ThermalState, thermalState);
-    QFETCH(QString, title);
-    QFETCH(CheckStatus, status);
-    QFETCH(QString, summary);
-
-    const DiagnosticsReport report =
-        DiagnosticsService::build(platformWith(kernel, thermalState), laptop(), goodBattery(), {}, Inventory());
-    const auto found = std::find_if(report.checks.cbegin(), report.checks.cend(),
-                                    [&](const HardwareCheck &check) { return check.title == title; });
-    QVERIFY(found != report.checks.cend());
-    const HardwareCheck &check = *found;
-    QCOMPARE(shown(check.status), shown(status));
-    QCOMPARE(check.summary, summary);
-}
-
-void DiagnosticsServiceTest::generatedAtTheClocksTime()
-{
-    const DiagnosticsReport report =
-        DiagnosticsService::build(platformWith(usualKernel()), laptop(), std::nullopt, {}, Inventory());
-    QCOMPARE(report.generatedAt, captureMoment);
-}
-
-void DiagnosticsServiceTest::freshIdentifiersEachBuild()
-{
-    const Platform platform = platformWith(usualKernel());
-    const DiagnosticsReport first = DiagnosticsService::build(platform, laptop(), goodBattery(), {}, Inventory());
-    const DiagnosticsReport second = DiagnosticsService::build(platform, laptop(), goodBattery(), {}, Inventory());
-    QSet<QUuid> ids;
-    for (const DiagnosticsReport &report : {first, second}) {
+    // The order of the checks, each with the section it opens and its live reading.
+    void checkOrder()
+    {
+        const DiagnosticsReport report = laptopReport();
+        QStringList frames;
         for (const HardwareCheck &check : report.checks)
-            ids.insert(check.id);
+            frames.append(frame(check));
+        QCOMPARE(frames, (QStringList{
+            u"Batterie | battery.100 | battery | highlighted"_s, u"HD | internaldrive | storage"_s, u"Écrans | display | displays"_s,
+            u"Wi-Fi | wifi.slash | network"_s, u"Bluetooth | dot.radiowaves.right | bluetooth"_s, u"Audio | speaker.wave.2 | audio"_s,
+            u"Caméra | camera | camera"_s, u"Clavier | keyboard | hardware"_s, u"Rétroéclairage clavier | light.max | hardware"_s,
+            u"Trackpad | rectangle.and.hand.point.up.left | hardware"_s, u"Retour haptique | hand.tap | hardware"_s,
+            u"Touch ID | touchid | hardware"_s, u"Angle d'écran | laptopcomputer.and.arrow.down | hardware lidAngle"_s,
+            u"Autres capteurs | sensor | hardware"_s, u"USB | cable.connector | usb"_s, u"Thunderbolt | bolt.horizontal | thunderbolt"_s,
+            u"Mémoire | memorychip | hardware"_s, u"Processeur | cpu | hardware processorLoad"_s,
+            u"Température | thermometer.medium | hardware processorTemperature"_s, u"Système | gearshape | hardware"_s}));
+        QCOMPARE(report.generatedAt, QDateTime::fromSecsSinceEpoch(1'800'000'000, Qt::UTC));
+        // Every check of every build has an identifier of its own.
+        QSet<QUuid> ids;
+        for (const DiagnosticsReport &built : {report, laptopReport()})
+            for (const HardwareCheck &check : built.checks)
+                ids.insert(check.id);
+        QCOMPARE(ids.size(), 2 * report.checks.size());
     }
-    QCOMPARE(ids.size(), first.checks.size() + second.checks.size());
-    QVERIFY(first != second);
-}
+
+    // Without a hardware record the machine is no portable: the battery and the six built-in
+    // parts do not apply, and the only point to watch is the missing storage.
+    void nothingCollected()
+    {
+        const DiagnosticsReport report = DiagnosticsService::build(FakeMac().platform(), std::nullopt, std::nullopt, {}, {});
+        QCOMPARE(report.checks.size(), 20);
+        QCOMPARE(report.count(CheckStatus::nonApplicable), 7);
+        QCOMPARE(report.headline(), u"1 point à surveiller"_s);
+    }
+
+    // The kernel values and the thermal state that the build reads for its rules.
+    void readings_data()
+    {
+        QTest::addColumn<DiagnosticsReport>("report");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("swap over half the memory") << laptopReport(8589934593) << 16
+            << u"attention | 16 GB de RAM mais 8,59\u00A0Go d'échange sur disque — la machine manque de mémoire. | 16 GB"_s;
+        QTest::newRow("serious thermal state") << laptopReport(0, 3, ThermalState::serious) << 18
+            << u"attention | Température élevée : macOS réduit les performances. | Élevée"_s;
+        QTest::newRow("up exactly 30 days") << laptopReport(0, 30) << 19
+            << u"attention | macOS 15.1 (24B83) — allumé depuis 30 jours, un redémarrage est conseillé. | 3 j 0 h"_s;
+    }
+
+    void readings()
+    {
+        QFETCH(DiagnosticsReport, report);
+        QFETCH(int, position);
+        QTEST(verdict(report.checks.value(position)), "expected");
+    }
+
+    // The sample is a MacBook Pro 14" charging at 87 % with 91 % of its capacity, an LG screen,
+    // a dock holding a receiver and an SSD, AirPods and a mouse connected.
+    void sampleCapture()
+    {
+        const DiagnosticsReport report = captureReport(u"sample"_s);
+        QStringList checks;
+        for (const HardwareCheck &check : report.checks)
+            checks.append(check.title + u": "_s + statusName(check.status) + u' ' + check.measurement.value_or(u"-"_s));
+        QCOMPARE(checks, (QStringList{
+            u"Batterie: ok 91 %"_s, u"Macintosh HD: ok 494,38\u00A0Go"_s, u"Sauvegarde: ok 1\u00A0To"_s, u"Écrans: ok 2"_s,
+            u"Wi-Fi: ok BCM4387"_s, u"Bluetooth: ok BCM_4387"_s, u"Audio: ok 2 intégré(s)"_s, u"Caméra: ok 1"_s,
+            u"Clavier: ok Français"_s, u"Rétroéclairage clavier: ok Présent"_s, u"Trackpad: ok 0 erreur"_s,
+            u"Retour haptique: ok Actif"_s, u"Touch ID: ok Détecté"_s, u"Angle d'écran: ok Détecté"_s, u"Autres capteurs: ok 8"_s,
+            u"USB: info 2"_s, u"Thunderbolt: info 2/4"_s, u"Mémoire: ok 16 GB"_s, u"Processeur: info -"_s,
+            u"Température: ok Normale"_s, u"Système: ok 3 j 20 h"_s}));
+        QCOMPARE(report.headline(), u"Aucun problème détecté"_s);
+        // Three buses; the dock's upstream port and the port it hangs on are in use.
+        QCOMPARE(report.checks.at(16).summary, u"4 port(s) sur 3 bus — 2 occupé(s)."_s);
+    }
+
+    void otherCaptures_data()
+    {
+        QTest::addColumn<QString>("capture");
+        QTest::addColumn<QString>("headline");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("expected");
+        // 1180 cycles of 1000 and a health to service: the capacity verdict wins.
+        QTest::newRow("worn battery") << u"worn-battery"_s << u"2 points à surveiller"_s << 0
+            << u"attention | Capacité maximale à 71 %, sous le seuil de 80 % (1180 cycles, charge 42 %). | 71 % | 0.71 | 1180 cycles"_s;
+        // Booted 3 550 625 s (41.1 days) before the capture.
+        QTest::newRow("desktop up 41 days") << u"desktop-mac-studio"_s << u"2 points à surveiller"_s << 19
+            << u"attention | macOS 15.1 (24B83) — allumé depuis 41 jours, un redémarrage est conseillé. | 41 j 2 h"_s;
+        // 227 256 819 712 of 245 107 195 904 bytes used: 92.7 %.
+        QTest::newRow("internal disk nearly full") << u"storage-mix"_s << u"1 point à surveiller"_s << 1
+            << u"attention | Rempli à 93 %, il ne reste que 17,85\u00A0Go. | 245,11\u00A0Go | 0.927173 | -"_s;
+        QTest::newRow("camera report unreadable") << u"profiler-failures"_s << u"Aucun problème détecté"_s << 6
+            << u"info | Aucune caméra détectée. | Non détectée"_s;
+    }
+
+    void otherCaptures()
+    {
+        QFETCH(QString, capture);
+        QFETCH(int, position);
+        const DiagnosticsReport report = captureReport(capture);
+        QTEST(report.headline(), "headline");
+        QTEST(verdict(report.checks.value(position)), "expected");
+    }
+};
 
 QUILLON_TEST_MAIN(DiagnosticsServiceTest)
 #include "tst_diagnostics_service.moc"
