@@ -110,6 +110,15 @@ public:
         return number(key);
     }
 
+    // A byte count as a number that a 64-bit integer holds, as byte texts are written from.
+    std::optional<double> optionalByteCount(const QString &key)
+    {
+        const std::optional<double> count = optionalNumber(key);
+        if (count && (*count >= 9223372036854775808.0 || *count < -9223372036854775808.0))
+            m_failed = true;
+        return count;
+    }
+
     qint64 integer(const QString &key)
     {
         const QJsonValue value = m_object.value(key);
@@ -169,7 +178,7 @@ std::optional<HistoryEntry> decodeEntry(const QJsonValue &value)
     entry.serialNumber = read.optionalText(u"serialNumber"_s);
     entry.chip = read.text(u"chip"_s);
     entry.memory = read.text(u"memory"_s);
-    entry.storageBytes = read.optionalNumber(u"storageBytes"_s);
+    entry.storageBytes = read.optionalByteCount(u"storageBytes"_s);
     entry.batteryHealth = read.optionalInteger(u"batteryHealth"_s);
     entry.batteryCycles = read.optionalInteger(u"batteryCycles"_s);
     entry.headline = read.text(u"headline"_s);

@@ -189,6 +189,10 @@ private Q_SLOTS:
         QTest::newRow("object instead of array") << QByteArray("{}") << false;
         QTest::newRow("required key missing") << journal("\"modelName\":\"iMac\",\"date\":0") << false;
         QTest::newRow("count with a fraction") << journal(required + ",\"batteryHealth\":91.5") << false;
+        // A capacity no 64-bit byte count holds cannot be written as a byte text.
+        QTest::newRow("storage of 2^63 bytes") << journal(required + ",\"storageBytes\":9223372036854775808") << false;
+        QTest::newRow("storage just below 2^63 bytes")
+            << journal(required + ",\"storageBytes\":9223372036854774784") << true;
         QTest::newRow("identifier that is no UUID") << QByteArray("[{\"id\":\"x\"," + required + "}]") << false;
     }
 
