@@ -32,6 +32,44 @@ MainWindowController::MainWindowController(Shared shared, QObject *parent)
         m_sectionStates.insert(section, new SectionState(section, m_state, this));
     connect(&m_state, &AppState::loadingChanged, this, &MainWindowController::refreshingChanged);
     connect(&m_state, &AppState::lastRefreshChanged, this, &MainWindowController::recordInJournal);
+    // The live figures follow the monitors without any refresh of the report.
+    connect(&m_lidAngleMonitor, &LidAngleMonitor::angleChanged, this, &MainWindowController::updateLive);
+    connect(&m_processorMonitor, &CPUMonitor::loadChanged, this, &MainWindowController::updateLive);
+    connect(&m_processorMonitor, &CPUMonitor::temperatureChanged, this, &MainWindowController::updateLive);
+    connect(&m_batteryMonitor, &BatteryMonitor::snapshotChanged, this,
+        [this] { m_data->batteryFigures()->setSnapshot(m_batteryMonitor.snapshot()); });
+    updateLive();
+    m_data->batteryFigures()->setSnapshot(m_batteryMonitor.snapshot());
+}
+
+void MainWindowController::updateLive()
+{
+    const LiveValues current = liveValues(m_lidAngleMonitor, m_processorMonitor);
+    if (current == m_live)
+        return;
+    m_live = current;
+    m_data->setLive(m_live);
+    Q_EMIT liveChanged();
+}
+
+QVariantMap MainWindowController::liveMap() const
+{
+    QVariantMap map;
+    if (m_live.lidAngle)
+        map.insert(QStringLiteral("lidAngle"), *m_live.lidAngle);
+    if (m_live.processorLoad)
+        map.insert(QStringLiteral("processorLoad"), *m_live.processorLoad);
+    if (m_live.processorLoadFraction)
+        map.insert(QStringLiteral("processorLoadFraction"), *m_live.processorLoadFraction);
+    if (m_live.processorTemperature)
+        map.insert(QStringLiteral("processorTemperature"), *m_live.processorTemperature);
+    return map;
+}
+
+void MainWindowController::openSection(const QString &rawValue)
+{
+    if (const std::optional<AppSection> section = AppSections::fromRawValue(rawValue))
+        setSelection(*section);
 }
 
 void MainWindowController::setSelection(std::optional<AppSection> selection)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/app_section.h"
+#include "live/live_values.h"
 #include "ui/screen_data.h"
 #include "ui/section_list_model.h"
 #include "ui/section_state.h"
@@ -9,6 +10,7 @@
 #include <QObject>
 #include <QString>
 #include <QUrl>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 #include <functional>
@@ -56,6 +58,9 @@ class MainWindowController : public QObject
     Q_PROPERTY(QObject *processorMonitor READ processorMonitorObject CONSTANT)
     Q_PROPERTY(QObject *batteryMonitor READ batteryMonitorObject CONSTANT)
     Q_PROPERTY(QObject *lidAngleMonitor READ lidAngleMonitorObject CONSTANT)
+    // The live readings the monitors publish now: lidAngle, processorLoad,
+    // processorLoadFraction and processorTemperature, each left out while unknown.
+    Q_PROPERTY(QVariantMap live READ liveMap NOTIFY liveChanged)
 
 public:
     struct Shared
@@ -93,6 +98,13 @@ public:
     QObject *processorMonitorObject() const;
     QObject *batteryMonitorObject() const;
     QObject *lidAngleMonitorObject() const;
+    // The live values of the lid-angle and processor monitors, kept up to date as they publish.
+    const LiveValues &live() const { return m_live; }
+    QVariantMap liveMap() const;
+
+    // A verdict was clicked: its section is shown; a verdict without a section (empty raw
+    // value) changes nothing.
+    Q_INVOKABLE void openSection(const QString &rawValue);
 
     // The window appeared: load the section on screen and start its monitors.
     Q_INVOKABLE void appear();
@@ -122,6 +134,7 @@ Q_SIGNALS:
     void selectionChanged();
     void refreshingChanged();
     void isExportingChanged();
+    void liveChanged();
     // The report text is ready: the window shows its save dialog proposing this file (the
     // report's file name in the user's documents folder).
     void saveRequested(const QUrl &proposedFile);
@@ -133,6 +146,7 @@ private:
     void applyMonitors(AppSection section);
     void recordInJournal();
     void setExporting(bool exporting);
+    void updateLive();
     QString buildReportText() const;
 
     AppState &m_state;
@@ -143,6 +157,7 @@ private:
     LidAngleMonitor &m_lidAngleMonitor;
 
     std::optional<AppSection> m_selection;
+    LiveValues m_live;
     bool m_isVisible = false;
     bool m_isExporting = false;
     QString m_pendingText;

@@ -1,6 +1,7 @@
 #include "ui/presentation.h"
 
 #include "core/texts.h"
+#include "ui/verdict_presentation.h"
 
 #include <QVariantMap>
 
@@ -158,4 +159,22 @@ QString PresentationHelpers::sectionEmptyMessage(const QString &section) const
 {
     const std::optional<AppSection> parsed = AppSections::fromRawValue(section);
     return parsed ? AppSections::emptyMessage(*parsed) : QString();
+}
+
+QString PresentationHelpers::levelLabel(const QString &status) const
+{
+    const std::optional<CheckStatus> parsed = Presentation::checkStatusFromRawValue(status);
+    return parsed ? CheckStatuses::label(*parsed) : QString();
+}
+
+QString PresentationHelpers::levelSymbol(const QString &status) const
+{
+    const std::optional<CheckStatus> parsed = Presentation::checkStatusFromRawValue(status);
+    return parsed ? CheckStatuses::symbol(*parsed) : QString();
+}
+
+QString PresentationHelpers::levelColourRole(const QString &status) const
+{
+    const std::optional<CheckStatus> parsed = Presentation::checkStatusFromRawValue(status);
+    return parsed ? Presentation::levelColourRole(*parsed) : QString();
 }

@@ -77,6 +77,11 @@ public:
     Q_INVOKABLE QString sectionTitle(const QString &section) const;
     Q_INVOKABLE QString sectionSymbol(const QString &section) const;
     Q_INVOKABLE QString sectionEmptyMessage(const QString &section) const;
+    // A verdict level given by its raw value ("ok", "attention"…): its label, icon and colour
+    // role ("green", "orange", "red", "accent", "secondary"); empty for an unknown value.
+    Q_INVOKABLE QString levelLabel(const QString &status) const;
+    Q_INVOKABLE QString levelSymbol(const QString &status) const;
+    Q_INVOKABLE QString levelColourRole(const QString &status) const;
     // Upper case with the full Unicode mapping, independent of the locale ("ß" gives "SS").
     Q_INVOKABLE QString upperCased(const QString &text) const;
 };

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "live/live_values.h"
+#include "ui/battery_figures.h"
+#include "ui/check_list_model.h"
+
 #include <QObject>
 #include <QString>
 #include <QVariantList>
@@ -32,6 +36,37 @@ class ScreenData : public QObject
     // The report's headline; empty without a report.
     Q_PROPERTY(QString headline READ headline NOTIFY changed)
 
+    // The overview's header: the machine icon, the title (model name, or the analysis in
+    // progress), the model year ("" when unknown) and the two lines under the title ("" while
+    // the machine is not known).
+    Q_PROPERTY(QString machineSymbol READ machineSymbol NOTIFY changed)
+    Q_PROPERTY(QString overviewTitle READ overviewTitle NOTIFY changed)
+    Q_PROPERTY(QString modelYear READ modelYear NOTIFY changed)
+    Q_PROPERTY(QString machineSpecLine READ machineSpecLine NOTIFY changed)
+    Q_PROPERTY(QString machineModelLine READ machineModelLine NOTIFY changed)
+    // The configuration card's figures: a list of {label, value, tint} maps, tint a colour role.
+    Q_PROPERTY(QVariantList configurationFigures READ configurationFigures NOTIFY changed)
+    // The battery card and screen, with the live reading.
+    Q_PROPERTY(BatteryFigures *batteryFigures READ batteryFigures CONSTANT)
+
+    // The report's worst level as a raw value ("ok"…), its colour role and icon.
+    Q_PROPERTY(QString worstStatus READ worstStatus NOTIFY changed)
+    Q_PROPERTY(QString worstColourRole READ worstColourRole NOTIFY changed)
+    Q_PROPERTY(QString worstSymbol READ worstSymbol NOTIFY changed)
+    // The overview banner's line: the checks that call for action, or the all-normal sentence.
+    Q_PROPERTY(QString detailLine READ detailLine NOTIFY changed)
+    // The line over the tiles: the applicable checks and those without object.
+    Q_PROPERTY(QString coverageLine READ coverageLine NOTIFY changed)
+    // The diagnostics banner's line: the applicable checks and the time of the report.
+    Q_PROPERTY(QString reportLine READ reportLine NOTIFY changed)
+    // The diagnostics banner's tallies: a list of {count, label, colourRole} maps.
+    Q_PROPERTY(QVariantList tallies READ tallies NOTIFY changed)
+    // Every check (the diagnostics rows) and the checks drawn as tiles on the overview.
+    Q_PROPERTY(CheckListModel *checks READ checks CONSTANT)
+    Q_PROPERTY(CheckListModel *tiles READ tiles CONSTANT)
+    // "Analyse de … · ⌘R pour relancer"; empty before the first analysis.
+    Q_PROPERTY(QString footerLine READ footerLine NOTIFY changed)
+
 public:
     explicit ScreenData(const AppState &state, QObject *parent = nullptr);
 
@@ -45,9 +80,35 @@ public:
     QVariantList checkRows() const;
     QString headline() const;
 
+    QString machineSymbol() const;
+    QString overviewTitle() const;
+    QString modelYear() const;
+    QString machineSpecLine() const;
+    QString machineModelLine() const;
+    QVariantList configurationFigures() const;
+    BatteryFigures *batteryFigures() const { return m_batteryFigures; }
+    QString worstStatus() const;
+    QString worstColourRole() const;
+    QString worstSymbol() const;
+    QString detailLine() const;
+    QString coverageLine() const;
+    QString reportLine() const;
+    QVariantList tallies() const;
+    CheckListModel *checks() const { return m_checks; }
+    CheckListModel *tiles() const { return m_tiles; }
+    QString footerLine() const;
+
+    // The live readings shown on the checks tied to them.
+    void setLive(const LiveValues &live);
+
 Q_SIGNALS:
     void changed();
 
 private:
+    void updateChecks();
+
     const AppState &m_state;
+    BatteryFigures *m_batteryFigures = nullptr;
+    CheckListModel *m_checks = nullptr;
+    CheckListModel *m_tiles = nullptr;
 };

@@ -1,0 +1,49 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Layouts
+import Quillon
+
+// The machine's configuration as labelled figures in as many columns of at least 130 points
+// as fit, 14 points apart.
+HighlightCard {
+    id: root
+
+    // A list of {label, value, tint} maps, tint a colour role.
+    required property var figures
+
+    readonly property int columns: Math.max(1, Math.floor((grid.width + 14) / (130 + 14)))
+
+    title: qsTr("Configuration")
+    symbol: "cpu"
+
+    GridLayout {
+        id: grid
+
+        columns: root.columns
+        columnSpacing: 14
+        rowSpacing: 14
+        Layout.fillWidth: true
+
+        Repeater {
+            model: root.figures
+
+            delegate: StatBlock {
+                id: block
+
+                required property var modelData
+
+                readonly property RoleColour tone: RoleColour {
+                    role: block.modelData.tint
+                }
+
+                label: block.modelData.label
+                value: block.modelData.value
+                tint: block.tone.value
+                // Columns of equal width.
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                Layout.alignment: Qt.AlignLeft | Qt.AlignTop
+            }
+        }
+    }
+}

@@ -1,0 +1,520 @@
+#include "ui_test_support.h"
+
+#include "core/byte_format.h"
+#include "ui/battery_presentation.h"
+#include "ui/check_list_model.h"
+#include "ui/main_window_controller.h"
+#include "ui/overview_presentation.h"
+#include "ui/verdict_presentation.h"
+
+#include <QAbstractItemModelTester>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+using Presentation::TileFace;
+
+Q_DECLARE_METATYPE(HardwareCheck)
+Q_DECLARE_METATYPE(LiveValues)
+Q_DECLARE_METATYPE(TileFace)
+Q_DECLARE_METATYPE(BatteryInfo)
+Q_DECLARE_METATYPE(std::optional<BatterySnapshot>)
+Q_DECLARE_METATYPE(std::optional<QString>)
+Q_DECLARE_METATYPE(std::optional<double>)
+
+namespace {
+
+HardwareCheck check(const QString &title, CheckStatus status, std::optional<QString> measurement = std::nullopt,
+    std::optional<LiveMetric> live = std::nullopt)
+{
+    HardwareCheck made;
+    made.title = title;
+    made.symbol = u"cpu"_s;
+    made.status = status;
+    made.measurement = std::move(measurement);
+    made.live = live;
+    return made;
+}
+
+DiagnosticsReport report(QList<HardwareCheck> checks)
+{
+    return DiagnosticsReport { std::move(checks), QDateTime(QDate(2026, 11, 16), QTime(9, 5, 7)) };
+}
+
+const LiveValues someLive { u"118°"_s, u"37 %"_s, 0.37, u"52 °C"_s };
+
+BatteryInfo battery(std::optional<qint64> health, bool healthy, int charge, bool pluggedIn)
+{
+    BatteryInfo made;
+    made.healthPercent = health;
+    made.isConditionHealthy = healthy;
+    made.chargePercent = charge;
+    made.isPluggedIn = pluggedIn;
+    return made;
+}
+
+BatterySnapshot snapshot(int charge, bool charging, bool pluggedIn)
+{
+    BatterySnapshot made;
+    made.chargePercent = charge;
+    made.isCharging = charging;
+    made.isPluggedIn = pluggedIn;
+    return made;
+}
+
+HardwareInfo machine()
+{
+    HardwareInfo made;
+    made.modelName = u"Mac Studio"_s;
+    made.modelIdentifier = u"Mac13,1"_s;
+    made.chip = u"Apple M1 Max"_s;
+    made.coresShort = u"10 (8P + 2E)"_s;
+    made.memory = u"32 Go"_s;
+    made.osVersion = u"macOS 15.1 (24B83)"_s;
+    return made;
+}
+
+StorageVolume volume(const QString &name, double totalBytes, bool internal)
+{
+    StorageVolume made;
+    made.name = name;
+    made.totalBytes = totalBytes;
+    made.isInternal = internal;
+    return made;
+}
+
+DeviceNode display(QList<InfoRow> rows)
+{
+    DeviceNode screen;
+    screen.name = u"Studio Display"_s;
+    screen.rows = std::move(rows);
+    DeviceNode processor;
+    processor.name = u"Apple M1 Max"_s;
+    processor.children = { screen };
+    return processor;
+}
+
+// The figures of the configuration card as "label=value" texts.
+QStringList figureTexts(const QList<Presentation::StatFigure> &figures)
+{
+    QStringList texts;
+    for (const Presentation::StatFigure &figure : figures)
+        texts.append(figure.label + u'=' + figure.value);
+    return texts;
+}
+
+void collect(QQuickItem *item, QList<QQuickItem *> &all)
+{
+    all.append(item);
+    for (QQuickItem *child : item->childItems())
+        collect(child, all);
+}
+
+// The visible items under the window whose type name starts with `typePrefix`, or whose
+// object name is `name`, in tree order.
+QList<QQuickItem *> shown(QQuickWindow *window, const char *typePrefix, const QString &name = {})
+{
+    QList<QQuickItem *> all;
+    collect(window->contentItem(), all);
+    QList<QQuickItem *> found;
+    for (QQuickItem *item : std::as_const(all)) {
+        const bool matches = name.isEmpty() ? QByteArray(item->metaObject()->className()).startsWith(typePrefix)
+                                            : item->objectName() == name;
+        if (matches && item->isVisible())
+            found.append(item);
+    }
+    return found;
+}
+
+QQuickItem *childNamed(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> all;
+    collect(root, all);
+    for (QQuickItem *item : std::as_const(all)) {
+        if (item->objectName() == name)
+            return item;
+    }
+    return nullptr;
+}
+
+QQuickItem *shownNamed(QQuickWindow *window, const QString &name)
+{
+    const QList<QQuickItem *> found = shown(window, "", name);
+    return found.isEmpty() ? nullptr : found.first();
+}
+
+void click(QQuickWindow *window, QQuickItem *item)
+{
+    QTest::mouseClick(
+        window, Qt::LeftButton, {}, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint());
+}
+
+// The application's window over a capture, fully loaded, showing `section`.
+struct Window
+{
+    UiTest::App app;
+    QQmlApplicationEngine engine;
+    QQuickWindow *window = nullptr;
+
+    explicit Window(const QString &capture) : app(capture)
+    {
+        QuillonApp::prepareEngine(engine);
+        app.app->openWindows(engine);
+        window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+        window->resize(1000, 700);
+    }
+    ~Window() { window->close(); }
+
+    bool load()
+    {
+        QSignalSpy loaded(&app.app->state(), &AppState::everythingLoaded);
+        return loaded.wait(10000);
+    }
+    MainWindowController &controller() { return app.app->mainWindow(); }
+    void show(std::optional<AppSection> section)
+    {
+        controller().setSelection(section);
+        for (int i = 0; i < 3; ++i) {
+            QCoreApplication::processEvents();
+            window->grabWindow();
+        }
+    }
+};
+
+} // namespace
+
+class TestVerdictScreens : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void measurementPrefersTheLiveReading_data()
+    {
+        QTest::addColumn<HardwareCheck>("check");
+        QTest::addColumn<LiveValues>("live");
+        QTest::addColumn<std::optional<QString>>("row");
+        QTest::addColumn<std::optional<double>>("progress");
+
+        const LiveValues none;
+        const auto lid = check(u"Capteur d'angle"_s, CheckStatus::ok, u"Présent"_s, LiveMetric::lidAngle);
+        QTest::newRow("lid angle read live") << lid << someLive << std::optional(u"118°"_s) << std::optional<double>();
+        QTest::newRow("lid monitor without reading: stored")
+            << lid << none << std::optional(u"Présent"_s) << std::optional<double>();
+        QTest::newRow("neither live nor stored: empty slot")
+            << check(u"Capteur d'angle"_s, CheckStatus::info, std::nullopt, LiveMetric::lidAngle) << none
+            << std::optional<QString>() << std::optional<double>();
+        QTest::newRow("processor load with its fraction")
+            << check(u"Processeur"_s, CheckStatus::ok, u"10 cœurs"_s, LiveMetric::processorLoad) << someLive
+            << std::optional(u"37 %"_s) << std::optional(0.37);
+        QTest::newRow("temperature: no live gauge")
+            << check(u"Température"_s, CheckStatus::ok, u"Nominal"_s, LiveMetric::processorTemperature) << someLive
+            << std::optional(u"52 °C"_s) << std::optional<double>();
+        QTest::newRow("not tied to a reading") << check(u"Mémoire"_s, CheckStatus::ok, u"32 Go"_s) << someLive
+                                               << std::optional(u"32 Go"_s) << std::optional<double>();
+    }
+
+    void measurementPrefersTheLiveReading()
+    {
+        QFETCH(HardwareCheck, check);
+        QFETCH(LiveValues, live);
+        QFETCH(std::optional<QString>, row);
+        QFETCH(std::optional<double>, progress);
+        QCOMPARE(Presentation::rowMeasurement(check, live), row);
+        QCOMPARE(Presentation::liveProgress(check, live), progress);
+    }
+
+    void tileFace_data()
+    {
+        QTest::addColumn<HardwareCheck>("check");
+        QTest::addColumn<std::optional<QString>>("liveMeasurement");
+        QTest::addColumn<std::optional<double>>("liveProgress");
+        QTest::addColumn<TileFace>("expected");
+
+        HardwareCheck gauge = check(u"Stockage"_s, CheckStatus::attention, u"82 %"_s);
+        gauge.progress = 0.4;
+        gauge.caption = u"412 Go libres"_s;
+        QTest::newRow("point to watch: orange tile, stored figures")
+            << gauge << std::optional<QString>() << std::optional<double>()
+            << TileFace { u"82 %"_s, u"primary"_s, 0.4, u"412 Go libres"_s, u"orange"_s };
+        QTest::newRow("live fraction wins, 1.3 fills the bar")
+            << gauge << std::optional(u"37 %"_s) << std::optional(1.3)
+            << TileFace { u"37 %"_s, u"primary"_s, 1.0, u"mesure en direct"_s, u"orange"_s };
+        HardwareCheck negative = check(u"Batterie"_s, CheckStatus::alerte, u"61 %"_s);
+        negative.progress = -0.2;
+        QTest::newRow("fault: red tile, minus 0.2 empties the bar")
+            << negative << std::optional<QString>() << std::optional<double>()
+            << TileFace { u"61 %"_s, u"primary"_s, 0.0, std::nullopt, u"red"_s };
+        QTest::newRow("without object: label in secondary on the surface")
+            << check(u"Clavier"_s, CheckStatus::nonApplicable) << std::optional<QString>() << std::optional<double>()
+            << TileFace { u"Sans objet"_s, u"secondary"_s, std::nullopt, std::nullopt, QString() };
+        QTest::newRow("info without measurement: its label")
+            << check(u"USB"_s, CheckStatus::info) << std::optional<QString>() << std::optional<double>()
+            << TileFace { u"Info"_s, u"primary"_s, std::nullopt, std::nullopt, QString() };
+    }
+
+    void tileFace()
+    {
+        QFETCH(HardwareCheck, check);
+        QFETCH(std::optional<QString>, liveMeasurement);
+        QFETCH(std::optional<double>, liveProgress);
+        QFETCH(TileFace, expected);
+        const TileFace face = Presentation::tileFace(check, liveMeasurement, liveProgress);
+        QCOMPARE(face.value, expected.value);
+        QCOMPARE(face.valueColourRole, expected.valueColourRole);
+        QCOMPARE(face.progress, expected.progress);
+        QCOMPARE(face.caption, expected.caption);
+        QCOMPARE(face.tone, expected.tone);
+    }
+
+    void reportLines_data()
+    {
+        QTest::addColumn<QList<HardwareCheck>>("checks");
+        QTest::addColumn<QString>("detail");
+        QTest::addColumn<QString>("coverage");
+
+        QTest::newRow("all correct") << QList { check(u"Batterie"_s, CheckStatus::ok),
+            check(u"USB"_s, CheckStatus::info) }
+                                     << u"Tous les composants contrôlés répondent normalement."_s
+                                     << u"2 composants contrôlés"_s;
+        QTest::newRow("faults and warnings in report order, without object counted apart")
+            << QList { check(u"Batterie"_s, CheckStatus::attention), check(u"Clavier"_s, CheckStatus::nonApplicable),
+                   check(u"Stockage"_s, CheckStatus::alerte), check(u"Mémoire"_s, CheckStatus::ok),
+                   check(u"Trackpad"_s, CheckStatus::nonApplicable) }
+            << u"Batterie, Stockage"_s << u"3 composants contrôlés · 2 sans objet"_s;
+    }
+
+    void reportLines()
+    {
+        QFETCH(QList<HardwareCheck>, checks);
+        QFETCH(QString, detail);
+        QFETCH(QString, coverage);
+        QCOMPARE(Presentation::verdictDetailLine(report(checks)), detail);
+        QCOMPARE(Presentation::coverageLine(report(checks)), coverage);
+    }
+
+    void batteryColours_data()
+    {
+        QTest::addColumn<BatteryInfo>("battery");
+        QTest::addColumn<std::optional<BatterySnapshot>>("live");
+        QTest::addColumn<QString>("cardHealth");
+        QTest::addColumn<QString>("screenHealth");
+        QTest::addColumn<QString>("power");
+        QTest::addColumn<bool>("warns");
+
+        const std::optional<BatterySnapshot> none;
+        QTest::newRow("79 %: orange") << battery(79, true, 60, true) << none << u"orange"_s << u"orange"_s
+                                      << u"orange"_s << true;
+        QTest::newRow("80 %, 15 % unplugged: red power")
+            << battery(80, true, 15, false) << none << u"green"_s << u"green"_s << u"red"_s << false;
+        QTest::newRow("69 %: red health, orange power")
+            << battery(69, true, 90, true) << none << u"red"_s << u"red"_s << u"orange"_s << true;
+        QTest::newRow("85 % flagged unhealthy: warned")
+            << battery(85, false, 90, true) << none << u"green"_s << u"green"_s << u"orange"_s << true;
+        QTest::newRow("unknown health") << battery(std::nullopt, true, 50, false) << none << u"primary"_s << u"accent"_s
+                                        << u"green"_s << false;
+        QTest::newRow("live charge 19 % unplugged over a full record")
+            << battery(90, true, 100, true) << std::optional(snapshot(19, false, false)) << u"green"_s << u"green"_s
+            << u"red"_s << false;
+        QTest::newRow("live 19 % plugged in") << battery(90, true, 10, false) << std::optional(snapshot(19, true, true))
+                                              << u"green"_s << u"green"_s << u"green"_s << false;
+    }
+
+    void batteryColours()
+    {
+        QFETCH(BatteryInfo, battery);
+        QFETCH(std::optional<BatterySnapshot>, live);
+        QFETCH(QString, cardHealth);
+        QFETCH(QString, screenHealth);
+        QFETCH(QString, power);
+        QFETCH(bool, warns);
+        QCOMPARE(Presentation::healthColourRole(battery.healthPercent, u"primary"_s), cardHealth);
+        QCOMPARE(Presentation::healthColourRole(battery.healthPercent, u"accent"_s), screenHealth);
+        QCOMPARE(Presentation::powerColourRole(battery, live), power);
+        QCOMPARE(Presentation::showsReplacementWarning(battery), warns);
+    }
+
+    void batterySymbol_data()
+    {
+        QTest::addColumn<BatteryInfo>("battery");
+        QTest::addColumn<std::optional<BatterySnapshot>>("live");
+        QTest::addColumn<QString>("symbol");
+
+        const std::optional<BatterySnapshot> none;
+        BatteryInfo charging = battery(90, true, 50, true);
+        charging.isCharging = true;
+        QTest::newRow("charging") << charging << none << u"battery.100.bolt"_s;
+        QTest::newRow("live reading first") << charging << std::optional(snapshot(30, false, false)) << u"battery.25"_s;
+        QTest::newRow("95") << battery(90, true, 95, false) << none << u"battery.100"_s;
+        QTest::newRow("94") << battery(90, true, 94, false) << none << u"battery.75"_s;
+        QTest::newRow("69") << battery(90, true, 69, false) << none << u"battery.50"_s;
+        QTest::newRow("39") << battery(90, true, 39, false) << none << u"battery.25"_s;
+        QTest::newRow("14") << battery(90, true, 14, false) << none << u"battery.0"_s;
+    }
+
+    void batterySymbol()
+    {
+        QFETCH(BatteryInfo, battery);
+        QFETCH(std::optional<BatterySnapshot>, live);
+        QFETCH(QString, symbol);
+        QCOMPARE(Presentation::batterySymbol(battery, live), symbol);
+    }
+
+    void batterySubtitle_data()
+    {
+        QTest::addColumn<BatteryInfo>("battery");
+        QTest::addColumn<std::optional<BatterySnapshot>>("live");
+        QTest::addColumn<QString>("subtitle");
+
+        BatteryInfo worn = battery(71, true, 64, false);
+        worn.cycleCount = 1042;
+        worn.timeRemaining = u"3:20"_s;
+        BatterySnapshot charging = snapshot(66, true, true);
+        charging.timeRemaining = u"0:45"_s;
+        QTest::newRow("without a reading")
+            << worn << std::optional<BatterySnapshot>() << u"1042 cycles · charge 64 % · — · 3:20"_s;
+        QTest::newRow("live reading") << worn << std::optional(charging)
+                                      << u"1042 cycles · charge 66 % · En charge · 0:45"_s;
+        QTest::newRow("no cycle count, no time")
+            << battery(90, true, 80, true) << std::optional(snapshot(80, false, true))
+            << u"charge 80 % · Sur secteur"_s;
+    }
+
+    void batterySubtitle()
+    {
+        QFETCH(BatteryInfo, battery);
+        QFETCH(std::optional<BatterySnapshot>, live);
+        QFETCH(QString, subtitle);
+        QCOMPARE(Presentation::batterySubtitle(battery, live), subtitle);
+    }
+
+    void configurationFigures_data()
+    {
+        QTest::addColumn<HardwareInfo>("hardware");
+        QTest::addColumn<QList<StorageVolume>>("volumes");
+        QTest::addColumn<QList<InfoRow>>("displayRows");
+        QTest::addColumn<QStringList>("figures");
+
+        HardwareInfo known = machine();
+        known.modelYear = 2022;
+        known.serialNumber = u"H4X9K2LQ7P"_s;
+        const QList<StorageVolume> externalFirst { volume(u"Sauvegarde"_s, 2e12, false),
+            volume(u"Macintosh HD"_s, 994.66e9, true) };
+        QTest::newRow("everything known, internal volume after an external one")
+            << known << externalFirst
+            << QList { InfoRow(u"Résolution"_s, u"5120 x 2880"_s, InfoRowKey::nativeResolution) }
+            << QStringList { u"Puce=Apple M1 Max"_s, u"Cœurs=10 (8P + 2E)"_s, u"Mémoire=32 Go"_s,
+                   u"Stockage="_s + ByteFormat::string(994.66e9), u"Écran=5120 x 2880"_s, u"macOS=15.1 (24B83)"_s,
+                   u"Année=2022"_s, u"Modèle=Mac13,1"_s, u"Série=H4X9K2LQ7P"_s };
+        QTest::newRow("no volume, no resolution, no year, no serial")
+            << machine() << QList<StorageVolume>() << QList { InfoRow(u"Résolution"_s, u"5120 x 2880"_s) }
+            << QStringList { u"Puce=Apple M1 Max"_s, u"Cœurs=10 (8P + 2E)"_s, u"Mémoire=32 Go"_s, u"Stockage=—"_s,
+                   u"macOS=15.1 (24B83)"_s, u"Année=—"_s, u"Modèle=Mac13,1"_s };
+        QTest::newRow("only external volumes: the first")
+            << machine() << QList { volume(u"T7"_s, 500.1e9, false), volume(u"Sauvegarde"_s, 2e12, false) }
+            << QList<InfoRow>()
+            << QStringList { u"Puce=Apple M1 Max"_s, u"Cœurs=10 (8P + 2E)"_s, u"Mémoire=32 Go"_s,
+                   u"Stockage="_s + ByteFormat::string(500.1e9), u"macOS=15.1 (24B83)"_s, u"Année=—"_s,
+                   u"Modèle=Mac13,1"_s };
+    }
+
+    void configurationFigures()
+    {
+        QFETCH(HardwareInfo, hardware);
+        QFETCH(QList<StorageVolume>, volumes);
+        QFETCH(QList<InfoRow>, displayRows);
+        QFETCH(QStringList, figures);
+        const QList<Presentation::StatFigure> made
+            = Presentation::configurationFigures(hardware, volumes, { display(displayRows) });
+        QCOMPARE(figureTexts(made), figures);
+        // Only the year is in the accent colour.
+        for (const Presentation::StatFigure &figure : made)
+            QCOMPARE(figure.tintRole, figure.label == u"Année"_s ? u"accent"_s : u"primary"_s);
+    }
+
+    void liveReadingsChangeOnlyTheRowsTiedToThem()
+    {
+        HardwareCheck highlighted = check(u"Batterie"_s, CheckStatus::ok, u"92 %"_s);
+        highlighted.isHighlighted = true;
+        CheckListModel tiles(CheckListModel::Scope::tiles);
+        QAbstractItemModelTester tester(&tiles);
+        tiles.setReport(
+            report({ highlighted, check(u"Processeur"_s, CheckStatus::ok, u"10 cœurs"_s, LiveMetric::processorLoad),
+                check(u"Mémoire"_s, CheckStatus::ok, u"32 Go"_s) }));
+        // The highlighted battery is a card of its own, not a tile.
+        QCOMPARE(tiles.count(), 2);
+        const QModelIndex processor = tiles.index(0);
+        QCOMPARE(processor.data(CheckListModel::ValueRole).toString(), u"10 cœurs"_s);
+        QVERIFY(!processor.data(CheckListModel::HasProgressRole).toBool());
+
+        QSignalSpy changed(&tiles, &QAbstractItemModel::dataChanged);
+        tiles.setLive(someLive);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.first().at(0).value<QModelIndex>(), processor);
+        QCOMPARE(processor.data(CheckListModel::ValueRole).toString(), u"37 %"_s);
+        QCOMPARE(processor.data(CheckListModel::ProgressRole).toDouble(), 0.37);
+        QCOMPARE(processor.data(CheckListModel::CaptionRole).toString(), u"mesure en direct"_s);
+        // A new lid angle concerns no tile here.
+        LiveValues turned = someLive;
+        turned.lidAngle = u"95°"_s;
+        tiles.setLive(turned);
+        QCOMPARE(changed.size(), 1);
+    }
+
+    void overviewBeforeTheMachineIsKnownAndOnADesktop()
+    {
+        Window desktop(u"desktop-mac-studio"_s);
+        // Before the first hardware read, the overview shows its loading state: the header
+        // reads the analysis in progress, without badge or detail lines.
+        ScreenData *data = desktop.controller().data();
+        QCOMPARE(data->overviewTitle(), u"Analyse du Mac…"_s);
+        QVERIFY(data->modelYear().isEmpty() && data->machineSpecLine().isEmpty() && data->machineModelLine().isEmpty());
+        QVERIFY(desktop.load());
+        desktop.show(std::nullopt);
+        QQuickItem *header = shownNamed(desktop.window, u"overviewHeader"_s);
+        QVERIFY(header);
+        QCOMPARE(header->property("symbol").toString(), u"desktopcomputer"_s);
+        // No battery record: the configuration card alone takes the width.
+        QCOMPARE(shown(desktop.window, "BatteryHighlightCard").size(), 0);
+        const QList<QQuickItem *> cards = shown(desktop.window, "ConfigurationCard");
+        QCOMPARE(cards.size(), 1);
+        QCOMPARE(cards.first()->width(), header->width());
+
+        // The banner leads to the diagnostics.
+        click(desktop.window, shownNamed(desktop.window, u"overviewBanner"_s));
+        QCOMPARE(desktop.controller().selectionRawValue(), u"diagnostics"_s);
+    }
+
+    void clickingAVerdictOpensItsSection()
+    {
+        Window desktop(u"desktop-mac-studio"_s);
+        QVERIFY(desktop.load());
+        // Tall enough for every row to take clicks without scrolling.
+        desktop.window->resize(1000, 2400);
+        desktop.show(AppSection::diagnostics);
+        const QList<HardwareCheck> &checks = desktop.controller().data()->checks()->checks();
+        const QList<QQuickItem *> rows = shown(desktop.window, "CheckRow");
+        QCOMPARE(rows.size(), checks.size());
+        // No divider above the first row, one above each of the others.
+        QCOMPARE(shown(desktop.window, "", u"checkDivider"_s).size(), checks.size() - 1);
+
+        // A built-in component this desktop never has: no section, the click changes nothing.
+        const auto withoutSection
+            = std::find_if(checks.cbegin(), checks.cend(), [](const HardwareCheck &made) { return !made.section; });
+        QVERIFY(withoutSection != checks.cend());
+        QCOMPARE(withoutSection->status, CheckStatus::nonApplicable);
+        QQuickItem *row = rows.at(withoutSection - checks.cbegin());
+        QCOMPARE(childNamed(row, u"checkChevron"_s)->opacity(), 0.0);
+        click(desktop.window, row);
+        QCOMPARE(desktop.controller().selectionRawValue(), u"diagnostics"_s);
+
+        const auto withSection
+            = std::find_if(checks.cbegin(), checks.cend(), [](const HardwareCheck &made) { return made.section; });
+        click(desktop.window, rows.at(withSection - checks.cbegin()));
+        QCOMPARE(desktop.controller().selection(), withSection->section);
+    }
+};
+
+QUILLON_UI_TEST_MAIN(TestVerdictScreens)
+#include "tst_verdict_screens.moc"
