@@ -1,0 +1,8 @@
+#pragma once
+
+#include "bench_table.h"
+#include "sources/platform.h"
+
+// 5. The journal at its full size of 500 entries: a record with its save, the reading of the
+// file at start, the spreadsheet text.
+void benchJournal(BenchTable &table, const Platform &platform, int runs);
