@@ -1,11 +1,12 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import QtQuick.Layouts
 import Quillon
 
-// The journal of the machines checked on this computer: its empty message, or one card per
-// entry in the journal's order. The journal screen takes this place with the same input.
+// The journal of the machines checked on this computer: its empty message, or the count
+// with the export and clear commands above one card per entry, in the journal's order.
 ColumnLayout {
     id: root
 
@@ -15,9 +16,30 @@ ColumnLayout {
 
     spacing: 12
 
+    JournalScreen {
+        id: screen
+
+        history: root.controller.history
+    }
+
+    JournalExport {
+        id: journalExport
+
+        objectName: "journalExport"
+        history: root.controller.history
+        onSaveRequested: proposedFile => {
+            saveDialog.selectedFile = proposedFile
+            saveDialog.open()
+        }
+        onExportFailed: description => {
+            failureAlert.informativeText = description
+            failureAlert.open()
+        }
+    }
+
     MessageView {
         objectName: "emptyJournal"
-        visible: root.controller.history.count === 0
+        visible: screen.count === 0
         symbol: "clock.arrow.circlepath"
         title: qsTr("Aucune machine encore consignée")
         message: qsTr("Chaque Mac analysé sera ajouté ici automatiquement.")
@@ -25,33 +47,102 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.preferredHeight: Math.max(implicitHeight, root.minimumHeight)
     }
+
+    RowLayout {
+        objectName: "journalToolbar"
+        visible: screen.count > 0
+        spacing: 8
+        Layout.fillWidth: true
+
+        Label {
+            objectName: "journalCount"
+            text: screen.countText
+            color: Theme.secondary
+            font.pixelSize: Theme.callout
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+        ToolbarButton {
+            objectName: "exportJournalButton"
+            text: qsTr("Exporter en tableur")
+            tip: qsTr("Exporter en tableur")
+            symbol: "tablecells"
+            onClicked: journalExport.start()
+        }
+        ToolbarButton {
+            objectName: "clearJournalButton"
+            text: qsTr("Tout effacer")
+            tip: qsTr("Tout effacer")
+            symbol: "trash"
+            onClicked: screen.clear()
+        }
+    }
+
     Repeater {
-        model: root.controller.history
+        model: screen.history
 
         delegate: Card {
             id: entry
 
+            required property string entryId
             required property string modelName
             required property string dateText
             required property string headline
             required property int warningCount
             required property int faultCount
 
-            readonly property bool isClean: entry.warningCount === 0 && entry.faultCount === 0
-
+            objectName: "journalEntry"
             title: entry.modelName
-            systemImage: entry.isClean ? "checkmark.circle" : "exclamationmark.triangle"
+            systemImage: screen.symbolFor(entry.warningCount, entry.faultCount)
             accessory: entry.dateText
             Layout.fillWidth: true
 
-            Label {
-                text: entry.headline
-                color: entry.isClean ? Theme.green : Theme.orange
-                font.pixelSize: Theme.callout
-                font.weight: Font.Medium
-                wrapMode: Text.Wrap
+            ColumnLayout {
+                spacing: 10
                 Layout.fillWidth: true
+
+                Label {
+                    objectName: "journalHeadline"
+                    text: entry.headline
+                    color: Theme.colour(screen.headlineRoleFor(entry.warningCount, entry.faultCount))
+                    font.pixelSize: Theme.callout
+                    font.weight: Font.Medium
+                    wrapMode: Text.Wrap
+                    Layout.fillWidth: true
+                }
+                InfoRowsView {
+                    rows: screen.rowsFor(entry.entryId)
+                    Layout.fillWidth: true
+                }
+                LinkButton {
+                    objectName: "removeEntryButton"
+                    text: qsTr("Retirer")
+                    pixelSize: Theme.caption
+                    onClicked: screen.remove(entry.entryId)
+                }
             }
         }
+    }
+
+    FileDialog {
+        id: saveDialog
+
+        objectName: "journalSaveDialog"
+        title: qsTr("Exporter le journal")
+        fileMode: FileDialog.SaveFile
+        defaultSuffix: "csv"
+        nameFilters: ["*.csv"]
+        onAccepted: journalExport.finish(saveDialog.selectedFile)
+        onRejected: journalExport.cancel()
+    }
+
+    MessageDialog {
+        id: failureAlert
+
+        objectName: "journalFailureAlert"
+        title: qsTr("Export impossible")
+        text: qsTr("Export impossible")
+        buttons: MessageDialog.Ok
     }
 }

@@ -3,8 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import Quillon
 
-// The storage section's screen. For now it lists the volumes with their capacity; the
-// volume cards take this place with the storage screen.
+// The storage section's screen: one card per volume, internal ones first, then by size.
 ColumnLayout {
     id: root
 
@@ -12,13 +11,21 @@ ColumnLayout {
 
     spacing: 14
 
-    Card {
-        title: Presentation.sectionTitle("storage")
-        systemImage: Presentation.sectionSymbol("storage")
-        Layout.fillWidth: true
+    StorageScreen {
+        id: screen
 
-        InfoRowsView {
-            rows: root.controller.data.storageRows
+        controller: root.controller
+    }
+
+    Repeater {
+        model: screen.volumes
+
+        delegate: VolumeCard {
+            required property var modelData
+
+            objectName: "volumeCard"
+            volume: modelData
+            storage: screen
             Layout.fillWidth: true
         }
     }

@@ -1,0 +1,89 @@
+#include "ui/journal_export.h"
+
+#include "records/history.h"
+#include "ui/report_export.h"
+
+#include <QDir>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+} // namespace
+
+JournalExport::JournalExport(QObject *parent) : QObject(parent), m_reveal(&ReportExport::revealInFileManager)
+{
+}
+
+QString JournalExport::writeFile(const QString &filePath, const QList<HistoryEntry> &entries)
+{
+    QSaveFile file(filePath);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    // The temporary file gets the owner-only rights before any byte is written to it.
+    file.setPermissions(ownerOnly);
+    const QByteArray bytes = HistoryCsv::exportBytes(entries);
+    if (file.write(bytes) != bytes.size()) {
+        const QString error = file.errorString();
+        file.cancelWriting();
+        return error;
+    }
+    if (!file.commit())
+        return file.errorString();
+    QFile::setPermissions(filePath, ownerOnly);
+    return QString();
+}
+
+QString JournalExport::proposedFileName()
+{
+    return u"Quillon-journal.csv"_s;
+}
+
+QObject *JournalExport::history() const
+{
+    return m_history;
+}
+
+void JournalExport::setHistory(QObject *history)
+{
+    auto *journal = qobject_cast<History *>(history);
+    if (journal == m_history)
+        return;
+    m_history = journal;
+    Q_EMIT historyChanged();
+}
+
+QString JournalExport::proposedFolder() const
+{
+    if (!m_proposedFolder.isEmpty())
+        return m_proposedFolder;
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(documents).exists() ? documents : QDir::homePath();
+}
+
+void JournalExport::start()
+{
+    Q_EMIT saveRequested(QUrl::fromLocalFile(QDir(proposedFolder()).filePath(proposedFileName())));
+}
+
+void JournalExport::finish(const QUrl &file)
+{
+    if (!m_history)
+        return;
+    const QString path = file.isLocalFile() ? file.toLocalFile() : file.toString();
+    const QString error = writeFile(path, m_history->entries());
+    if (!error.isEmpty()) {
+        Q_EMIT exportFailed(error);
+        return;
+    }
+    if (m_reveal)
+        m_reveal(path);
+}
+
+void JournalExport::cancel()
+{
+}
