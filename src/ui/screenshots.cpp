@@ -1,13 +1,18 @@
 // quillon-screenshots OUTDIR [--light-only]
 //
-// Renders every section of three recorded Macs (the built-in sample, the one whose profiler
-// answers fail, the desktop without battery) at the default window size (1000 × 700) and at
-// the minimum size (820 × 560), in the light and dark appearances, plus the About and
-// settings windows, as PNG files in OUTDIR. Run it off-screen: QT_QPA_PLATFORM=offscreen.
+// Renders every section of the recorded Macs (the built-in sample, the one whose profiler
+// answers fail, the desktop without battery, the worn battery, the nearly full disk) at the
+// default window size (1000 × 700) and at the minimum size (820 × 560), in the light and
+// dark appearances, plus the About and settings windows, as PNG files in OUTDIR. The journal
+// page is shot empty with the desktop and full with the sample, which goes last and finds in
+// its journal every Mac shot before it. Run it off-screen: QT_QPA_PLATFORM=offscreen.
 
 #include "core/app_section.h"
 #include "core/app_state.h"
+#include "live/cpu_monitor.h"
+#include "live/lid_angle_monitor.h"
 #include "platform/factory/platform_factory.h"
+#include "records/history.h"
 #include "records/workshop_settings.h"
 #include "ui/main_window_controller.h"
 #include "ui/quillon_app.h"
@@ -19,12 +24,14 @@
 #include <QLocale>
 #include <QProcess>
 #include <QQmlApplicationEngine>
+#include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtQml/QQmlExtensionPlugin>
 
+#include <algorithm>
 #include <cstdio>
 
 Q_IMPORT_QML_PLUGIN(QuillonPlugin)
@@ -39,6 +46,35 @@ struct Size
     int height;
 };
 
+// What a shot Mac leaves for the journal of the Macs shot after it.
+struct CheckedMac
+{
+    std::optional<HardwareInfo> hardware;
+    std::optional<BatteryInfo> battery;
+    QList<StorageVolume> volumes;
+    std::optional<DiagnosticsReport> report;
+};
+
+// How the journal page of a capture is shot: with the one entry its own load recorded, empty,
+// or with every Mac shot before it added.
+enum class JournalShot { asRecorded, empty, full };
+
+void prepareJournal(History &history, JournalShot shot, const QList<CheckedMac> &checked)
+{
+    if (shot == JournalShot::empty)
+        history.clear();
+    if (shot != JournalShot::full)
+        return;
+    for (const CheckedMac &mac : checked)
+        history.record(mac.hardware, mac.battery, mac.volumes, mac.report);
+    // A Mac known only by its model: no serial number, no battery, no volume.
+    if (!checked.isEmpty() && checked.constFirst().hardware) {
+        HardwareInfo bare = *checked.constFirst().hardware;
+        bare.serialNumber.reset();
+        history.record(bare, std::nullopt, {}, checked.constFirst().report);
+    }
+}
+
 // Lets the event loop run until `done` holds (or a few seconds went by).
 template <typename Condition> bool settle(Condition done)
 {
@@ -52,6 +88,36 @@ template <typename Condition> bool settle(Condition done)
     return done();
 }
 
+// The running monitors take their readings now rather than on their timers, so that the
+// live figures are on screen: the processor load needs two readings.
+void takeLiveReadings(QuillonApp &app)
+{
+    if (app.processorMonitor().isRunning()) {
+        app.processorMonitor().readNow();
+        app.processorMonitor().readNow();
+        app.processorMonitor().waitForQueue();
+    }
+    if (app.lidAngleMonitor().isRunning()) {
+        app.lidAngleMonitor().readNow();
+        app.lidAngleMonitor().waitForQueue();
+    }
+}
+
+// The scroll area of the section on screen (the scaffold's content or the journal page);
+// null when the section shows none.
+QObject *detailScrollArea(QQuickItem *item)
+{
+    if (!item->isVisible())
+        return nullptr;
+    if (item->objectName() == u"contentView"_s || item->objectName() == u"journalPage"_s)
+        return item->property("contentItem").value<QObject *>();
+    for (QQuickItem *child : item->childItems()) {
+        if (QObject *found = detailScrollArea(child))
+            return found;
+    }
+    return nullptr;
+}
+
 bool save(QQuickWindow *window, const QString &path)
 {
     const QImage image = window->grabWindow();
@@ -62,7 +128,7 @@ bool save(QQuickWindow *window, const QString &path)
     return true;
 }
 
-bool shootCapture(const QString &capture, bool dark, const QDir &out)
+bool shootCapture(const QString &capture, bool dark, const QDir &out, JournalShot journal, QList<CheckedMac> &checked)
 {
     auto opened = PlatformFactory::open(QDir(QStringLiteral(QUILLON_CAPTURES_DIR)).filePath(capture));
     if (const QString *error = std::get_if<QString>(&opened)) {
@@ -86,6 +152,8 @@ bool shootCapture(const QString &capture, bool dark, const QDir &out)
     AppState &state = app.state();
     if (!settle([&state] { return state.loading().isEmpty() && state.report().has_value(); }))
         std::fprintf(stderr, "%s : chargement incomplet\n", qUtf8Printable(capture));
+    const QList<CheckedMac> checkedBefore = checked;
+    checked.append({ state.hardware(), state.battery(), state.volumes(), state.report() });
 
     const QString appearance = dark ? u"dark"_s : u"light"_s;
     bool ok = true;
@@ -95,12 +163,30 @@ bool shootCapture(const QString &capture, bool dark, const QDir &out)
         for (qsizetype i = 0; i < sections.size(); ++i) {
             controller.setSelection(sections.at(i));
             settle([&state] { return state.loading().isEmpty(); });
+            // Every selection may record this Mac again: the journal is prepared last.
+            if (sections.at(i) == AppSection::history)
+                prepareJournal(app.history(), journal, checkedBefore);
+            takeLiveReadings(app);
+            settle([] { return true; });
             const QString name = u"%1-%2-%3x%4-%5-%6.png"_s.arg(capture, appearance)
                                      .arg(size.width)
                                      .arg(size.height)
                                      .arg(i + 1, 2, 10, QChar(u'0'))
                                      .arg(AppSections::rawValue(sections.at(i)));
             ok = save(window, out.filePath(name)) && ok;
+            // A section longer than the window is shot again page by page down to its end.
+            QObject *scroll = detailScrollArea(window->contentItem());
+            const double page = scroll ? scroll->property("height").toDouble() : 0;
+            const double overflow = scroll ? scroll->property("contentHeight").toDouble() - page : 0;
+            for (int at = 2; overflow > 1 && (at - 2) * page * 0.9 < overflow; ++at) {
+                scroll->setProperty("contentY", std::min((at - 1) * page * 0.9, overflow));
+                settle([] { return true; });
+                QString pageName = name;
+                pageName.replace(u".png"_s, u"-p%1.png"_s.arg(at));
+                ok = save(window, out.filePath(pageName)) && ok;
+            }
+            if (scroll)
+                scroll->setProperty("contentY", 0);
         }
     }
     // The About and settings windows, once per appearance.
@@ -181,8 +267,16 @@ int main(int argc, char *argv[])
     const bool dark = arguments.value(appearanceAt + 1) == u"dark"_s;
     QGuiApplication::setPalette(Theme::controlsPalette(dark));
     bool ok = true;
-    for (const QString &capture : { u"sample"_s, u"profiler-failures"_s, u"desktop-mac-studio"_s })
-        ok = shootCapture(capture, dark, out) && ok;
+    QList<CheckedMac> checked;
+    const std::pair<QString, JournalShot> captures[] = {
+        { u"desktop-mac-studio"_s, JournalShot::empty },
+        { u"worn-battery"_s, JournalShot::asRecorded },
+        { u"storage-mix"_s, JournalShot::asRecorded },
+        { u"profiler-failures"_s, JournalShot::asRecorded },
+        { u"sample"_s, JournalShot::full },
+    };
+    for (const auto &[capture, journal] : captures)
+        ok = shootCapture(capture, dark, out, journal, checked) && ok;
     ok = shootStartupError(dark ? u"dark"_s : u"light"_s, out) && ok;
     return ok ? 0 : 1;
 }

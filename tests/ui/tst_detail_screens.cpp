@@ -1,0 +1,506 @@
+#include "ui_test_support.h"
+
+#include "live/cpu_monitor.h"
+#include "live/lid_angle_monitor.h"
+#include "records/history.h"
+#include "ui/detail_presentation.h"
+#include "ui/journal_export.h"
+#include "ui/main_window_controller.h"
+#include "ui/theme.h"
+
+#include <QFile>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+
+Q_DECLARE_METATYPE(StorageVolume)
+Q_DECLARE_METATYPE(HistoryEntry)
+
+using namespace Qt::StringLiterals;
+using namespace DetailPresentation;
+using ComponentID = BuiltInComponents::ComponentID;
+
+namespace {
+
+// Rows as "label: value" lines, the order kept.
+QStringList lines(const QList<InfoRow> &rows)
+{
+    QStringList out;
+    for (const InfoRow &row : rows)
+        out << row.label + u": "_s + row.value;
+    return out;
+}
+
+QList<InfoRow> rowsOf(const QStringList &lines)
+{
+    QList<InfoRow> rows;
+    for (const QString &line : lines) {
+        const qsizetype colon = line.indexOf(u": "_s);
+        rows.append(InfoRow(line.left(colon), line.mid(colon + 2)));
+    }
+    return rows;
+}
+
+// A null text stands for an absent value in the tables.
+std::optional<QString> optional(const QString &text)
+{
+    return text.isNull() ? std::nullopt : std::optional<QString>(text);
+}
+
+bool isShown(const QQuickItem *item)
+{
+    for (const QQuickItem *at = item; at; at = at->parentItem()) {
+        if (!at->isVisible() || at->opacity() == 0)
+            return false;
+    }
+    return true;
+}
+
+// The items drawn under `root`, in tree order.
+QList<QQuickItem *> shownItems(QQuickItem *root)
+{
+    QList<QQuickItem *> shown;
+    if (!isShown(root))
+        return shown;
+    shown.append(root);
+    for (QQuickItem *child : root->childItems())
+        shown += shownItems(child);
+    return shown;
+}
+
+QList<QQuickItem *> shownNamed(QQuickItem *root, const QString &objectName)
+{
+    QList<QQuickItem *> found;
+    for (QQuickItem *item : shownItems(root)) {
+        if (item->objectName() == objectName)
+            found.append(item);
+    }
+    return found;
+}
+
+QStringList shownTexts(QQuickItem *root)
+{
+    QStringList texts;
+    for (QQuickItem *item : shownItems(root)) {
+        const QByteArray type = item->metaObject()->className();
+        const bool isText
+            = type.startsWith("QQuickText") || type.startsWith("QQuickLabel") || type.contains("Label_QML");
+        if (isText && !item->property("text").toString().isEmpty())
+            texts << item->property("text").toString();
+    }
+    return texts;
+}
+
+// The main window over a capture, loaded, showing `section`.
+struct Window
+{
+    UiTest::App app;
+    QQmlApplicationEngine engine;
+    QQuickWindow *window = nullptr;
+
+    Window(const QString &capture, AppSection section) : app(capture)
+    {
+        QuillonApp::prepareEngine(engine);
+        if (!app.app->openWindows(engine))
+            return;
+        window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+        QSignalSpy loaded(&app.app->state(), &AppState::everythingLoaded);
+        if (!loaded.wait(10000))
+            window = nullptr;
+        app.app->mainWindow().setSelection(section);
+        render();
+    }
+    ~Window()
+    {
+        if (window)
+            window->close();
+    }
+
+    void render() const
+    {
+        QCoreApplication::processEvents();
+        if (window)
+            window->grabWindow();
+    }
+    QQuickItem *content() const { return window->contentItem(); }
+    void click(const QString &objectName) const
+    {
+        QQuickItem *item = shownNamed(content(), objectName).constFirst();
+        QTest::mouseClick(
+            window, Qt::LeftButton, {}, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint());
+        render();
+    }
+};
+
+HardwareInfo machine(const QString &serialNumber)
+{
+    HardwareInfo hardware;
+    hardware.modelName = u"MacBook Air"_s;
+    hardware.modelIdentifier = u"Mac14,2"_s;
+    hardware.serialNumber = serialNumber;
+    hardware.chip = u"Apple M2"_s;
+    hardware.memory = u"8 Go"_s;
+    return hardware;
+}
+
+} // namespace
+
+class TestDetailScreens : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void volumeUsage_data()
+    {
+        QTest::addColumn<double>("total");
+        QTest::addColumn<double>("free");
+        QTest::addColumn<double>("used");
+        QTest::addColumn<double>("fraction");
+        QTest::addColumn<qint64>("percent");
+        QTest::addColumn<QString>("tint");
+
+        QTest::newRow("no capacity") << 0.0 << 0.0 << 0.0 << 0.0 << qint64(0) << u"accent"_s;
+        QTest::newRow("free space beyond the capacity") << 100e9 << 150e9 << 0.0 << 0.0 << qint64(0) << u"accent"_s;
+        QTest::newRow("two thirds: truncated, not rounded")
+            << 3.0 << 1.0 << 2.0 << 2.0 / 3 << qint64(66) << u"accent"_s;
+        QTest::newRow("74.9 % stays accent") << 1000.0 << 251.0 << 749.0 << 0.749 << qint64(74) << u"accent"_s;
+        QTest::newRow("75 % turns orange") << 1000.0 << 250.0 << 750.0 << 0.75 << qint64(75) << u"orange"_s;
+        QTest::newRow("80 % full") << 500e9 << 100e9 << 400e9 << 0.8 << qint64(80) << u"orange"_s;
+        QTest::newRow("89.99 % stays orange") << 10000.0 << 1001.0 << 8999.0 << 0.8999 << qint64(89) << u"orange"_s;
+        QTest::newRow("90 % turns red") << 1000.0 << 100.0 << 900.0 << 0.9 << qint64(90) << u"red"_s;
+        QTest::newRow("95 % full") << 1000.0 << 50.0 << 950.0 << 0.95 << qint64(95) << u"red"_s;
+    }
+
+    void volumeUsage()
+    {
+        QFETCH(double, total);
+        QFETCH(double, free);
+        const VolumeUsage usage = DetailPresentation::volumeUsage(total, free);
+        QTEST(usage.usedBytes, "used");
+        QTEST(usage.usedFraction, "fraction");
+        QTEST(usage.percent, "percent");
+        QTEST(tintRole(usage.tint), "tint");
+    }
+
+    void gaugeBarWidth_data()
+    {
+        QTest::addColumn<double>("track");
+        QTest::addColumn<double>("fraction");
+        QTest::addColumn<double>("width");
+
+        QTest::newRow("empty volume: a 4-point bar") << 300.0 << 0.0 << 4.0;
+        QTest::newRow("1 % of 300 points is under 4") << 300.0 << 0.01 << 4.0;
+        QTest::newRow("half") << 300.0 << 0.5 << 150.0;
+        QTest::newRow("full") << 300.0 << 1.0 << 300.0;
+    }
+
+    void gaugeBarWidth()
+    {
+        QFETCH(double, track);
+        QFETCH(double, fraction);
+        QTEST(DetailPresentation::gaugeBarWidth(track, fraction), "width");
+    }
+
+    void volumeHeaderAndRows_data()
+    {
+        QTest::addColumn<StorageVolume>("volume");
+        QTest::addColumn<QString>("badge");
+        QTest::addColumn<QString>("symbol");
+        QTest::addColumn<QStringList>("rows");
+
+        StorageVolume internal;
+        internal.isInternal = true;
+        internal.deviceName = u"APPLE SSD AP0512Z"_s;
+        internal.fileSystem = u"APFS"_s;
+        internal.mountPoint = u"/"_s;
+        internal.smartStatus = u"Vérifié"_s;
+        QTest::newRow("internal disk with every field")
+            << internal << u"Interne"_s << u"internaldrive"_s
+            << QStringList { u"Disque: APPLE SSD AP0512Z"_s, u"Système de fichiers: APFS"_s, u"Point de montage: /"_s,
+                   u"État S.M.A.R.T.: Vérifié"_s };
+
+        StorageVolume external;
+        external.fileSystem = u"ExFAT"_s;
+        external.mountPoint = u"/Volumes/Sauvegarde"_s;
+        QTest::newRow("no physical drive: no disk, no S.M.A.R.T.")
+            << external << u"Externe"_s << u"externaldrive"_s
+            << QStringList { u"Système de fichiers: ExFAT"_s, u"Point de montage: /Volumes/Sauvegarde"_s };
+
+        StorageVolume blank = external;
+        blank.fileSystem = QString(u""_s);
+        blank.deviceName = QString(u""_s);
+        QTest::newRow("empty texts are dropped") << blank << u"Externe"_s << u"externaldrive"_s
+                                                 << QStringList { u"Point de montage: /Volumes/Sauvegarde"_s };
+    }
+
+    void volumeHeaderAndRows()
+    {
+        QFETCH(StorageVolume, volume);
+        QTEST(volumeBadge(volume.isInternal), "badge");
+        QTEST(volumeSymbol(volume.isInternal), "symbol");
+        QTEST(lines(volumeRows(volume)), "rows");
+    }
+
+    void processorCard_data()
+    {
+        QTest::addColumn<QString>("load");
+        QTest::addColumn<QString>("temperature");
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QString>("accessory");
+
+        QTest::newRow("no sample yet") << QString() << QString()
+                                       << QStringList { u"Charge globale: mesure en cours…"_s,
+                                              u"Température du die: non disponible"_s }
+                                       << QString();
+        QTest::newRow("no temperature service")
+            << u"37 %"_s << QString()
+            << QStringList { u"Charge globale: 37 %"_s, u"Température du die: non disponible"_s } << QString();
+        QTest::newRow("both readings") << u"37 %"_s << u"52 °C"_s
+                                       << QStringList { u"Charge globale: 37 %"_s, u"Température du die: 52 °C"_s }
+                                       << u"die 52 °C"_s;
+    }
+
+    void processorCard()
+    {
+        QFETCH(QString, load);
+        QFETCH(QString, temperature);
+        QTEST(lines(processorRows(optional(load), optional(temperature))), "rows");
+        QTEST(processorAccessory(optional(temperature)).value_or(QString()), "accessory");
+    }
+
+    void coreBar_data()
+    {
+        QTest::addColumn<double>("load");
+        QTest::addColumn<double>("opacity");
+        QTest::addColumn<double>("height");
+
+        QTest::newRow("idle core: 2 points, faint") << 0.0 << 0.25 << 2.0;
+        QTest::newRow("4 % is under 2 points") << 0.04 << 0.28 << 2.0;
+        QTest::newRow("half") << 0.5 << 0.625 << 23.0;
+        QTest::newRow("busy core fills its slot") << 1.0 << 1.0 << 46.0;
+    }
+
+    void coreBar()
+    {
+        QFETCH(double, load);
+        const CoreBar bar = DetailPresentation::coreBar(load);
+        QTEST(bar.opacity, "opacity");
+        QTEST(bar.height, "height");
+    }
+
+    void builtInComponent_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<bool>("present");
+        QTest::addColumn<QString>("detail");
+        QTest::addColumn<QStringList>("ownRows");
+        QTest::addColumn<QString>("angle");
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<QStringList>("rows");
+
+        const QStringList lidRows { u"Page d'usage HID: 0x20 (capteurs)"_s, u"Usage HID: 0x8A"_s };
+        const QString waiting = u"Angle mesuré: lecture en cours…"_s;
+        QTest::newRow("absent component") << int(ComponentID::touchID) << false << QString() << QStringList()
+                                          << QString() << u"Non détecté"_s << QStringList();
+        QTest::newRow("absent lid sensor, even with an angle")
+            << int(ComponentID::lidAngle) << false << QString() << QStringList() << u"118°"_s << u"Non détecté"_s
+            << QStringList { u"Angle mesuré: 118°"_s };
+        QTest::newRow("lid sensor without a reading") << int(ComponentID::lidAngle) << true << u"Détecté"_s << lidRows
+                                                      << QString() << u"Détecté"_s << lidRows + QStringList { waiting };
+        QTest::newRow("lid sensor at 0°") << int(ComponentID::lidAngle) << true << u"Détecté"_s << lidRows << u"0°"_s
+                                          << u"0°"_s << lidRows + QStringList { u"Angle mesuré: 0°"_s };
+        QTest::newRow("keyboard keeps its layout, no angle row")
+            << int(ComponentID::keyboard) << true << u"Français"_s << QStringList { u"Disposition: Français"_s }
+            << u"118°"_s << u"Français"_s << QStringList { u"Disposition: Français"_s };
+        QTest::newRow("present without detail") << int(ComponentID::haptics) << true << QString() << QStringList()
+                                                << QString() << u"Détecté"_s << QStringList();
+    }
+
+    void builtInComponent()
+    {
+        QFETCH(int, id);
+        QFETCH(bool, present);
+        QFETCH(QString, detail);
+        QFETCH(QStringList, ownRows);
+        QFETCH(QString, angle);
+        const BuiltInComponents::Listed entry { ComponentID(id), u"Titre"_s, u"cpu"_s,
+            { .present = present, .detail = optional(detail), .rows = rowsOf(ownRows) } };
+        QTEST(componentStateText(entry, optional(angle)), "state");
+        QTEST(lines(componentRows(entry, optional(angle))), "rows");
+    }
+
+    void componentsAccessoryCountsInterfaces() { QCOMPARE(componentsAccessory(3), u"3 interfaces de capteurs"_s); }
+
+    void journalEntry_data()
+    {
+        QTest::addColumn<HistoryEntry>("entry");
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QString>("symbol");
+        QTest::addColumn<QString>("headlineRole");
+
+        HistoryEntry bare;
+        bare.chip = u"Apple M2"_s;
+        bare.memory = u"8 Go"_s;
+        QTest::newRow("only the configuration, no warning")
+            << bare << QStringList { u"Configuration: Apple M2 · 8 Go"_s } << u"checkmark.circle"_s << u"green"_s;
+
+        HistoryEntry full = bare;
+        full.serialNumber = u"C02XK1ZZJGH5"_s;
+        full.storageBytes = 500100000000.0;
+        full.batteryHealth = 87;
+        full.batteryCycles = 412;
+        full.warningCount = 1;
+        QTest::newRow("every row, one warning")
+            << full
+            << QStringList { u"Numéro de série: C02XK1ZZJGH5"_s, u"Configuration: Apple M2 · 8 Go"_s,
+                   u"Stockage: 500,1\u00A0Go"_s, u"Capacité maximale: 87 %"_s, u"Cycles: 412"_s }
+            << u"exclamationmark.triangle"_s << u"orange"_s;
+
+        HistoryEntry zeros = bare;
+        zeros.serialNumber = QString(u""_s);
+        zeros.batteryHealth = 0;
+        zeros.batteryCycles = 0;
+        zeros.faultCount = 2;
+        QTest::newRow("empty serial dropped, zero health and cycles kept, faults")
+            << zeros << QStringList { u"Configuration: Apple M2 · 8 Go"_s, u"Capacité maximale: 0 %"_s, u"Cycles: 0"_s }
+            << u"exclamationmark.triangle"_s << u"orange"_s;
+    }
+
+    void journalEntry()
+    {
+        QFETCH(HistoryEntry, entry);
+        QTEST(lines(journalEntryRows(entry)), "rows");
+        QTEST(journalEntrySymbol(entry.warningCount, entry.faultCount), "symbol");
+        QTEST(journalHeadlineRole(entry.warningCount, entry.faultCount), "headlineRole");
+    }
+
+    void journalCount()
+    {
+        QCOMPARE(journalCountText(1), u"1 machine(s) contrôlée(s)"_s);
+        QCOMPARE(journalCountText(500), u"500 machine(s) contrôlée(s)"_s);
+    }
+
+    void hardwareScreenFollowsTheMonitors()
+    {
+        Window shown(u"sample"_s, AppSection::hardware);
+        QVERIFY(shown.window);
+        const QStringList texts = shownTexts(shown.content());
+        for (const QString &title :
+            { u"Fiche technique"_s, u"Processeur en direct"_s, u"Composants intégrés"_s,
+                u"Les valeurs viennent de system_profiler et sysctl ; les composants intégrés sont lus dans l'IORegistry, qui est la seule source pour Touch ID, le trackpad et les capteurs."_s })
+            QVERIFY2(texts.contains(title), qPrintable(title));
+        QCOMPARE(shownNamed(shown.content(), u"componentTitle"_s).size(), 8);
+
+        // Each pair of processor readings moves the load row and the bars; a lid reading
+        // moves the lid sensor's state and its "Angle mesuré" row.
+        CPUMonitor &processor = shown.app.app->processorMonitor();
+        LidAngleMonitor &lid = shown.app.app->lidAngleMonitor();
+        for (int round = 0; round < 2; ++round) {
+            processor.readNow();
+            processor.readNow();
+            processor.waitForQueue();
+            lid.readNow();
+            lid.waitForQueue();
+            shown.render();
+            QVERIFY(processor.loadText() && lid.formatted());
+            const QStringList now = shownTexts(shown.content());
+            QVERIFY(now.contains(*processor.loadText()));
+            QCOMPARE(now.count(*lid.formatted()), 2);
+            QCOMPARE(shownNamed(shown.content(), u"coreBar"_s).size(), processor.perCoreLoad().size());
+        }
+    }
+
+    void storageScreenTintsANearlyFullDisk()
+    {
+        Window shown(u"storage-mix"_s, AppSection::storage);
+        QVERIFY(shown.window);
+        const QList<QQuickItem *> cards = shownNamed(shown.content(), u"volumeCard"_s);
+        QCOMPARE(cards.size(), shown.app.app->state().volumes().size());
+        // The internal disk first: 227 256 819 712 of 245 107 195 904 bytes used is 92.7 %.
+        QQuickItem *first = cards.constFirst();
+        QCOMPARE(shownNamed(first, u"volumeName"_s).constFirst()->property("text").toString(), u"Macintosh HD"_s);
+        QVERIFY(shownTexts(first).contains(u"Interne"_s));
+        QQuickItem *percent = shownNamed(first, u"usedPercent"_s).constFirst();
+        QCOMPARE(percent->property("text").toString(), u"92 %"_s);
+        QCOMPARE(percent->property("color").value<QColor>(), Theme().red());
+        QQuickItem *track = shownNamed(first, u"gaugeTrack"_s).constFirst();
+        QQuickItem *bar = shownNamed(first, u"gaugeBar"_s).constFirst();
+        QCOMPARE(bar->width(), track->width() * 227256819712.0 / 245107195904.0);
+    }
+
+    void journalScreenExportsAndRemoves()
+    {
+        Window shown(u"sample"_s, AppSection::history);
+        QVERIFY(shown.window);
+        History &history = shown.app.app->history();
+        history.record(machine(u"FVFXC2ABQ6L4"_s), std::nullopt, {}, DiagnosticsReport());
+        shown.render();
+        QCOMPARE(history.count(), 2);
+        QVERIFY(shownTexts(shown.content()).contains(u"2 machine(s) contrôlée(s)"_s));
+
+        auto *journalExport = shown.window->findChild<JournalExport *>(u"journalExport"_s);
+        QObject *dialog = shown.window->findChild<QObject *>(u"journalSaveDialog"_s);
+        QObject *alert = shown.window->findChild<QObject *>(u"journalFailureAlert"_s);
+        QVERIFY(journalExport && dialog && alert);
+        QStringList revealed;
+        journalExport->setFileRevealer([&revealed](const QString &path) { revealed << path; });
+        const QString path = shown.app.folder.filePath(u"Quillon-journal.csv"_s);
+        journalExport->setProposedFolder(shown.app.folder.path());
+
+        // Cancelling writes nothing and shows nothing.
+        shown.click(u"exportJournalButton"_s);
+        QTRY_VERIFY(dialog->property("visible").toBool());
+        QCOMPARE(dialog->property("title").toString(), u"Exporter le journal"_s);
+        QCOMPARE(dialog->property("selectedFile").toUrl(), QUrl::fromLocalFile(path));
+        QMetaObject::invokeMethod(dialog, "reject");
+        QTRY_VERIFY(!dialog->property("visible").toBool());
+        QVERIFY(!QFile::exists(path));
+        QVERIFY(!alert->property("visible").toBool());
+
+        // Accepting replaces a file already there by the byte-order mark and the text, for
+        // its owner only, and shows it.
+        QFile stale(path);
+        QVERIFY(stale.open(QIODevice::WriteOnly) && stale.write(QByteArray(4000, 'x')) == 4000);
+        stale.close();
+        shown.click(u"exportJournalButton"_s);
+        QTRY_VERIFY(dialog->property("visible").toBool());
+        QMetaObject::invokeMethod(dialog, "accept");
+        QTRY_COMPARE(revealed, QStringList { path });
+        QFile written(path);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        const QByteArray bytes = written.readAll();
+        QVERIFY(bytes.startsWith("\xEF\xBB\xBF"
+                                 "Date;"));
+        QCOMPARE(bytes.mid(3), HistoryCsv::text(history.entries()).toUtf8());
+        QCOMPARE(bytes.count('\n'), 3);
+        QCOMPARE(written.permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
+            QFile::ReadOwner | QFile::WriteOwner);
+        QVERIFY(!alert->property("visible").toBool());
+
+        // A folder that does not exist: the alert with the system's explanation.
+        journalExport->setProposedFolder(shown.app.folder.filePath(u"absent"_s));
+        shown.click(u"exportJournalButton"_s);
+        QTRY_VERIFY(dialog->property("visible").toBool());
+        QMetaObject::invokeMethod(dialog, "accept");
+        QTRY_VERIFY(alert->property("visible").toBool());
+        QCOMPARE(alert->property("text").toString(), u"Export impossible"_s);
+        QVERIFY(!alert->property("informativeText").toString().isEmpty());
+        QCOMPARE(revealed.size(), 1);
+        QCOMPARE(history.count(), 2);
+        QMetaObject::invokeMethod(alert, "close");
+
+        // "Retirer" removes one entry, "Tout effacer" the others: the empty message follows.
+        shown.click(u"removeEntryButton"_s);
+        QCOMPARE(history.count(), 1);
+        QVERIFY(shownTexts(shown.content()).contains(u"1 machine(s) contrôlée(s)"_s));
+        QVERIFY(shownNamed(shown.content(), u"emptyJournal"_s).isEmpty());
+        shown.click(u"clearJournalButton"_s);
+        QCOMPARE(history.count(), 0);
+        QCOMPARE(shownNamed(shown.content(), u"emptyJournal"_s).size(), 1);
+        QVERIFY(shownNamed(shown.content(), u"journalToolbar"_s).isEmpty());
+    }
+};
+
+QUILLON_UI_TEST_MAIN(TestDetailScreens)
+#include "tst_detail_screens.moc"
