@@ -115,6 +115,7 @@ void History::save()
     lock.setStaleLockTime(staleLockMSecs);
     if (!lock.tryLock(2 * staleLockMSecs))
         return;
+    removeUnfinishedSaves();
     std::optional<QList<HistoryEntry>> merged = mergedWithFile();
     if (!merged || !writeFile(*merged))
         return;
@@ -141,6 +142,17 @@ std::optional<QList<HistoryEntry>> History::mergedWithFile()
             stored->removeIf([&](const HistoryEntry &entry) { return std::get<QSet<QUuid>>(change).contains(entry.id); });
     }
     return stored;
+}
+
+// A process stopped while saving leaves its temporary file, "journal.json.XXXXXX", with
+// serial numbers in it. Saves are made under the lock: the ones found under it are such.
+void History::removeUnfinishedSaves()
+{
+    const QFileInfo journal(m_filePath);
+    const QString prefix = journal.fileName() + u'.'; // the lock's suffix has four letters
+    const QStringList found = journal.dir().entryList({prefix + u"??????"_s}, QDir::Files | QDir::Hidden);
+    for (const QString &name : found)
+        QFile::remove(journal.dir().filePath(name));
 }
 
 bool History::writeFile(const QList<HistoryEntry> &entries)

@@ -118,6 +118,7 @@ private:
 
     void load();
     void save();
+    void removeUnfinishedSaves();
     std::optional<QList<HistoryEntry>> mergedWithFile();
     bool setAsideUnreadableFile();
     bool writeFile(const QList<HistoryEntry> &entries);

@@ -136,7 +136,8 @@ private Q_SLOTS:
     }
 
     // Fields in their order, the identifier in upper case, the date in seconds since 2001,
-    // no key for an absent value; private to its owner and read back whole.
+    // no key for an absent value; private to its owner and read back whole. A save removes
+    // the temporary file of a save cut short.
     void journalFile()
     {
         auto history = open();
@@ -147,6 +148,7 @@ private Q_SLOTS:
         history->record(std::nullopt, battery, volumes, report);
         history->record(machine(u"C02XK1ABCD"_s), battery, volumes, std::nullopt);
         QVERIFY(!QFile::exists(path(u"journal.json"_s))); // neither without hardware nor without report
+        QVERIFY(writeFile(path(u"journal.json.x7Qp2k"_s), "[{\"serialNumber\""));
         m_clock->moment = morning.addMSecs(250); // the first internal volume, though not first
         history->record(machine(u"C02XK1ABCD"_s), battery, volumes, report);
         // No internal volume: the first one.
@@ -172,6 +174,7 @@ private Q_SLOTS:
         QCOMPARE(fileBytes(path(u"journal.json"_s)), expected);
         QCOMPARE(QFile::permissions(path(u"journal.json"_s)) & 0x00FF, QFileDevice::Permissions()); // group, others
         QCOMPARE(open()->entries(), history->entries());
+        QVERIFY(!QFile::exists(path(u"journal.json.x7Qp2k"_s))); // left by a save that was cut short
     }
 
     void fileReading_data()

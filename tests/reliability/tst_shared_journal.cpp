@@ -75,7 +75,8 @@ private Q_SLOTS:
 
     // A journal of 300 older entries, then a writer that keeps recording, killed at random
     // moments again and again: after every kill the file reads whole, as the last save left
-    // it, and holds every entry saved before; the lock left by a killed writer stops no one.
+    // it, and holds every entry saved before; the lock left by a killed writer stops no one
+    // and the next save clears what it left.
     void writerKilledWhileSavingLeavesAWholeFile()
     {
         QList<HistoryEntry> older;
@@ -107,6 +108,8 @@ private Q_SLOTS:
         startWriter(last, u"N"_s, 1);
         QVERIFY(last.waitForFinished(60000));
         QCOMPARE(startingWith(serialsInFile(journalPath()).value_or(QStringList()), u"N"_s).size(), saved + 1);
+        // Neither the killed writers' temporary files nor their locks are left.
+        QCOMPARE(QDir(journalFolder()).entryList(QDir::Files | QDir::Hidden), QStringList{u"journal.json"_s});
     }
 
     // Two processes record 40 machines each while quillon-bilan records the sample Mac: all 81
