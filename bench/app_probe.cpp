@@ -124,8 +124,10 @@ public:
             window, &QQuickWindow::frameSwapped, this,
             [this] {
                 ++m_frames;
-                if (m_verdictsInScene && m_verdictFrameAt.load() == 0)
+                if (m_verdictsInScene && m_verdictFrameAt.load() == 0) {
+                    m_verdictFrameProcessorMs = processorMs();
                     m_verdictFrameAt = monotonicNanoseconds();
+                }
             },
             Qt::DirectConnection);
     }
@@ -133,6 +135,8 @@ public:
     qint64 reportAt() const { return m_reportAt; }
     qint64 verdictFrameAt() const { return m_verdictFrameAt.load(); }
     int frames() const { return m_frames.load(); }
+    // The whole process's processor time when that frame was on screen.
+    double verdictFrameProcessorMs() const { return m_verdictFrameProcessorMs; }
 
 private:
     QQuickWindow *m_window;
@@ -141,6 +145,7 @@ private:
     std::atomic<bool> m_verdictsInScene = false;
     std::atomic<qint64> m_verdictFrameAt = 0;
     std::atomic<int> m_frames = 0;
+    double m_verdictFrameProcessorMs = 0; // written before m_verdictFrameAt, read after it
 };
 
 // Runs the event loop until `done` holds or `timeoutMs` went by.
@@ -210,12 +215,15 @@ int main(int argc, char *argv[])
     if (!window)
         return 1;
     FrameWatch watch(window, quillon.state());
+    const double windowLoadedMs = sinceSpawnMs(monotonicNanoseconds());
 
     if (!runUntil([&watch] { return watch.verdictFrameAt() != 0; }, 20000)) {
         std::fprintf(stderr, "quillon-bench-app : aucune image ne montre les verdicts\n");
         return 1;
     }
+    std::printf("windowLoadedMs %.2f\n", windowLoadedMs);
     std::printf("reportMs %.2f\n", sinceSpawnMs(watch.reportAt()));
+    std::printf("processorAtFirstVerdictFrameMs %.2f\n", watch.verdictFrameProcessorMs());
     std::printf("firstVerdictFrameMs %.2f\n", sinceSpawnMs(watch.verdictFrameAt()));
     std::fflush(stdout);
     if (!idle)
