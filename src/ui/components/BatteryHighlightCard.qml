@@ -86,27 +86,34 @@ HighlightCard {
             spacing: 14
             Layout.fillWidth: true
 
+            // Each block gets the width that shows it whole, then a share of what is left.
             StatBlock {
+                id: cyclesBlock
+
                 label: qsTr("Cycles")
                 value: root.figures.cycleCountText
                 Layout.fillWidth: true
-                Layout.preferredWidth: 1
+                Layout.preferredWidth: cyclesBlock.naturalWidth
                 Layout.alignment: Qt.AlignTop
             }
             StatBlock {
+                id: chargeBlock
+
                 label: qsTr("Niveau de charge")
                 value: root.figures.chargeText
                 Layout.fillWidth: true
-                Layout.preferredWidth: 1
+                Layout.preferredWidth: chargeBlock.naturalWidth
                 Layout.alignment: Qt.AlignTop
             }
             StatBlock {
+                id: powerBlock
+
                 objectName: "powerBlock"
                 label: qsTr("Alimentation")
                 value: root.figures.powerStateText
                 tint: root.power.value
                 Layout.fillWidth: true
-                Layout.preferredWidth: 1
+                Layout.preferredWidth: powerBlock.naturalWidth
                 Layout.alignment: Qt.AlignTop
             }
         }

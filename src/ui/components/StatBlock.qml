@@ -13,6 +13,8 @@ Column {
     property color tint: Theme.primary
 
     readonly property int valuePixelSize: 15
+    // The width that shows label and value whole, for rows that share their width by content.
+    readonly property real naturalWidth: Math.ceil(Math.max(labelMetrics.advanceWidth, valueMetrics.advanceWidth))
     // The value's size: its full size when it fits, else smaller, down to 60 %.
     readonly property real fittedPixelSize: {
         const natural = valueMetrics.advanceWidth
@@ -24,6 +26,12 @@ Column {
     spacing: 3
 
     TextMetrics {
+        id: labelMetrics
+
+        font: statLabel.font
+        text: statLabel.text
+    }
+    TextMetrics {
         id: valueMetrics
 
         font.pixelSize: root.valuePixelSize
@@ -32,6 +40,8 @@ Column {
     }
 
     Label {
+        id: statLabel
+
         objectName: "statLabel"
         width: root.width
         text: Presentation.upperCased(root.label)
