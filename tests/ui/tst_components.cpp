@@ -5,84 +5,15 @@
 #include "live/lid_angle_monitor.h"
 #include "records/workshop_settings.h"
 #include "ui/device_list_model.h"
-#include "ui/main_window_controller.h"
 #include "ui/theme.h"
 
 #include <QFile>
-#include <QQmlApplicationEngine>
 #include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
+using namespace UiTest;
 
 namespace {
-
-bool isShown(const QQuickItem *item)
-{
-    for (const QQuickItem *at = item; at; at = at->parentItem()) {
-        if (!at->isVisible() || at->opacity() == 0)
-            return false;
-    }
-    return true;
-}
-
-void collect(QQuickItem *item, QList<QQuickItem *> &all)
-{
-    all.append(item);
-    for (QQuickItem *child : item->childItems())
-        collect(child, all);
-}
-
-QList<QQuickItem *> shownItems(QQuickItem *root)
-{
-    QList<QQuickItem *> all;
-    collect(root, all);
-    QList<QQuickItem *> shown;
-    for (QQuickItem *item : std::as_const(all)) {
-        if (isShown(item))
-            shown.append(item);
-    }
-    return shown;
-}
-
-// The texts a user can see under `root`, in tree order.
-QStringList shownTexts(QQuickItem *root)
-{
-    QStringList texts;
-    for (QQuickItem *item : shownItems(root)) {
-        const QByteArray type = item->metaObject()->className();
-        if (type.startsWith("QQuickText") || type.startsWith("QQuickLabel") || type.contains("Label_QML")) {
-            const QString text = item->property("text").toString();
-            if (!text.isEmpty())
-                texts.append(text);
-        }
-    }
-    return texts;
-}
-
-QList<QQuickItem *> shownNamed(QQuickItem *root, const QString &objectName)
-{
-    QList<QQuickItem *> found;
-    for (QQuickItem *item : shownItems(root)) {
-        if (item->objectName() == objectName)
-            found.append(item);
-    }
-    return found;
-}
-
-QStringList shownSymbols(QQuickItem *root)
-{
-    QStringList sources;
-    for (QQuickItem *item : shownItems(root)) {
-        const QString source = item->property("source").toUrl().toString();
-        if (source.startsWith(u"image://symbol/"_s))
-            sources.append(source);
-    }
-    return sources;
-}
 
 // An off-screen window holding one component under test.
 class Scene
@@ -94,51 +25,34 @@ public:
         window.resize(640, 480);
     }
 
+    // Loads `qml`, a QML object with the project's module and layouts imported.
     QQuickItem *load(const QByteArray &qml, const QVariantMap &properties = {})
     {
         QQmlComponent component(&engine);
-        component.setData(qml, QUrl(u"qrc:/tests/Scene.qml"_s));
-        QObject *object = component.createWithInitialProperties(properties);
-        if (!object) {
+        component.setData(
+            "import QtQuick\nimport QtQuick.Layouts\nimport Quillon\n" + qml, QUrl(u"qrc:/tests/Scene.qml"_s));
+        auto *item = qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties));
+        if (!item) {
             qWarning() << component.errors();
             return nullptr;
         }
-        auto *item = qobject_cast<QQuickItem *>(object);
         item->setParent(&window);
         item->setParentItem(window.contentItem());
         if (item->width() <= 0)
             item->setSize(window.size());
         window.show();
-        render();
+        render(&window);
         return item;
-    }
-
-    // Polishes and draws the window, so that layouts and loaders are up to date.
-    void render()
-    {
-        QCoreApplication::processEvents();
-        window.grabWindow();
-        QCoreApplication::processEvents();
     }
 
     QQmlEngine engine;
     QQuickWindow window;
 };
 
-const QByteArray scaffoldScene = R"(
-import QtQuick
-import Quillon
-Item {
-    width: 600; height: 400
+const QByteArray scaffoldScene = R"(Item { width: 600; height: 400
     property alias scaffold: scaffold
-    SectionScaffold {
-        id: scaffold
-        anchors.fill: parent
-        section: "usb"; isLoading: false; failure: ""; isEmpty: false
-        content: Component { Rectangle { objectName: "screen"; implicitHeight: 900; color: "teal" } }
-    }
-}
-)";
+    SectionScaffold { id: scaffold; anchors.fill: parent; section: "usb"; isLoading: false; failure: ""; isEmpty: false
+        content: Component { Rectangle { objectName: "screen"; implicitHeight: 900; color: "teal" } } } })";
 
 DeviceNode device(const QString &name, DeviceStatus status, QList<DeviceNode> children = {}, QList<InfoRow> rows = {})
 {
@@ -151,6 +65,13 @@ DeviceNode device(const QString &name, DeviceStatus status, QList<DeviceNode> ch
     return node;
 }
 
+bool isWindowShown(const QString &title)
+{
+    const QList<QWindow *> windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.cbegin(), windows.cend(),
+        [&title](const QWindow *top) { return top->title() == title && top->isVisible(); });
+}
+
 } // namespace
 
 class TestComponents : public QObject
@@ -158,36 +79,35 @@ class TestComponents : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void scaffoldShowsOneState_data()
+    void scaffoldShowsOneStateTintedByIt_data()
     {
         QTest::addColumn<bool>("isLoading");
         QTest::addColumn<QString>("failure");
         QTest::addColumn<bool>("isEmpty");
         QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<QString>("symbol");
+        QTest::addColumn<QStringList>("symbols");
         QTest::addColumn<bool>("showsContent");
 
+        const Theme theme;
         const QString failure = u"La commande system_profiler a échoué (code 1)."_s;
-        QTest::newRow("failure over stale content")
+        QTest::newRow("failure over stale content: orange triangle")
             << false << failure << false << QStringList { u"Lecture impossible"_s, failure }
-            << u"exclamationmark.triangle"_s << false;
-        QTest::newRow("first load") << true << QString() << true << QStringList { u"Analyse en cours…"_s } << QString()
-                                    << false;
-        QTest::newRow("empty usb section")
+            << QStringList { theme.symbolSource(u"exclamationmark.triangle"_s, theme.orange()) } << false;
+        QTest::newRow("first load") << true << QString() << true << QStringList { u"Analyse en cours…"_s }
+                                    << QStringList() << false;
+        QTest::newRow("empty usb section: secondary connector")
             << false << QString() << true << QStringList { u"Rien à afficher"_s, u"Aucun périphérique USB branché."_s }
-            << u"cable.connector"_s << false;
-        QTest::newRow("refresh keeps the content") << true << QString() << false << QStringList() << QString() << true;
+            << QStringList { theme.symbolSource(u"cable.connector"_s, theme.secondary()) } << false;
+        QTest::newRow("refresh keeps the content")
+            << true << QString() << false << QStringList() << QStringList() << true;
     }
 
-    void scaffoldShowsOneState()
+    void scaffoldShowsOneStateTintedByIt()
     {
         QFETCH(bool, isLoading);
         QFETCH(QString, failure);
         QFETCH(bool, isEmpty);
-        QFETCH(QStringList, texts);
-        QFETCH(QString, symbol);
         QFETCH(bool, showsContent);
-
         Scene scene;
         QQuickItem *root = scene.load(scaffoldScene);
         QVERIFY(root);
@@ -195,81 +115,33 @@ private Q_SLOTS:
         scaffold->setProperty("isLoading", isLoading);
         scaffold->setProperty("failure", failure);
         scaffold->setProperty("isEmpty", isEmpty);
-        scene.render();
+        render(&scene.window);
 
-        QCOMPARE(shownTexts(root), texts);
-        const QStringList symbols = shownSymbols(root);
-        if (symbol.isEmpty()) {
-            QVERIFY(symbols.isEmpty());
-        } else {
-            QCOMPARE(symbols.size(), 1);
-            QVERIFY2(symbols.first().endsWith(u'/' + symbol), qPrintable(symbols.first()));
-        }
+        QTEST(shownTexts(root), "texts");
+        QTEST(shownSymbols(root), "symbols");
         const QList<QQuickItem *> screens = shownNamed(root, u"screen"_s);
         QCOMPARE(screens.size(), showsContent ? 1 : 0);
         if (showsContent) {
             // Padded 22 points inside its scroll area.
-            const QPointF corner = screens.first()->mapToItem(root, QPointF(0, 0));
-            QCOMPARE(corner, QPointF(22, 22));
+            QCOMPARE(screens.first()->mapToItem(root, QPointF(0, 0)), QPointF(22, 22));
             QCOMPARE(screens.first()->width(), 600 - 44.0);
         }
-    }
-
-    void scaffoldTintsByState()
-    {
-        Scene scene;
-        QQuickItem *root = scene.load(scaffoldScene);
-        QObject *scaffold = root->property("scaffold").value<QObject *>();
-        Theme theme;
-        scaffold->setProperty("failure", u"Réponse de system_profiler illisible."_s);
-        scene.render();
-        QVERIFY(shownSymbols(root).first().contains(theme.orange().name(QColor::HexArgb).mid(1)));
-        scaffold->setProperty("failure", QString());
-        scaffold->setProperty("isEmpty", true);
-        scene.render();
-        QVERIFY(shownSymbols(root).first().contains(theme.secondary().name(QColor::HexArgb).mid(1)));
-    }
-
-    void messageWithoutTextShowsIconAndTitleOnly()
-    {
-        Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import Quillon
-MessageView { width: 400; height: 300; symbol: "powerplug"; title: "Aucune batterie"; tint: Theme.secondary }
-)");
-        QVERIFY(root);
-        QCOMPARE(shownTexts(root), QStringList { u"Aucune batterie"_s });
-        QCOMPARE(shownSymbols(root).size(), 1);
     }
 
     void deviceTreeIsDrawnAsIndentedCards()
     {
         DeviceListModel model;
-        const QList<DeviceNode> roots {
-            device(u"Concentrateur USB"_s, DeviceStatus::neutral,
-                { device(u"Dock CalDigit"_s, DeviceStatus::connected,
-                    { device(u"Samsung T7"_s, DeviceStatus::warning, {},
-                        { InfoRow(u"Fabricant"_s, u"Samsung"_s), InfoRow(u"Vitesse"_s, u"10 Gb/s"_s) }) }) }),
-        };
-        model.setRoots(roots);
-
+        model.setRoots({ device(u"Concentrateur USB"_s, DeviceStatus::neutral,
+            { device(u"Dock CalDigit"_s, DeviceStatus::connected,
+                { device(u"Samsung T7"_s, DeviceStatus::warning, {},
+                    { InfoRow(u"Fabricant"_s, u"Samsung"_s), InfoRow(u"Vitesse"_s, u"10 Gb/s"_s) }) }) }) });
         Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import Quillon
-DeviceListView { width: 560 }
-)",
-            { { u"nodes"_s, QVariant::fromValue(&model) } });
+        QQuickItem *root = scene.load("DeviceListView { width: 560 }", { { u"nodes"_s, QVariant::fromValue(&model) } });
         QVERIFY(root);
-        QList<QQuickItem *> cards;
-        for (QQuickItem *item : shownItems(root)) {
-            if (QByteArray(item->metaObject()->className()).startsWith("DeviceCard"))
-                cards.append(item);
-        }
+        const QList<QQuickItem *> cards = shownNamed(root, u"DeviceCard*"_s);
         QCOMPARE(cards.size(), 3);
         QList<qreal> indents;
-        for (QQuickItem *card : std::as_const(cards))
+        for (QQuickItem *card : cards)
             indents.append(card->mapToItem(root, QPointF(0, 0)).x());
         QCOMPARE(indents, (QList<qreal> { 0, 22, 44 }));
         QCOMPARE(cards.at(2)->width(), 560 - 44.0);
@@ -280,7 +152,6 @@ DeviceListView { width: 560 }
         QVERIFY(shownNamed(cards.at(0), u"deviceBadge"_s).isEmpty());
         QVERIFY(shownNamed(cards.at(0), u"deviceDivider"_s).isEmpty());
         QCOMPARE(shownTexts(cards.at(0)), QStringList { u"Concentrateur USB"_s });
-        // The connected dock: its badge.
         QCOMPARE(shownTexts(cards.at(1)), (QStringList { u"Dock CalDigit"_s, u"Connecté"_s }));
         // The drive to check: badge, divider and its rows in order.
         QCOMPARE(shownNamed(cards.at(2), u"deviceDivider"_s).size(), 1);
@@ -292,14 +163,8 @@ DeviceListView { width: 560 }
     void rowValuesAreSelectableAndLabelsAreNot()
     {
         Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import Quillon
-InfoRowsView {
-    width: 500
-    rows: [ { label: "Identifiant du modèle", value: "MacBookPro18,3" }, { label: "Mémoire", value: "16 Go" } ]
-}
-)");
+        QQuickItem *root = scene.load(R"(InfoRowsView { width: 500
+    rows: [ { label: "Identifiant du modèle", value: "MacBookPro18,3" }, { label: "Mémoire", value: "16 Go" } ] })");
         QVERIFY(root);
         const QList<QQuickItem *> values = shownNamed(root, u"rowValue"_s);
         const QList<QQuickItem *> labels = shownNamed(root, u"rowLabel"_s);
@@ -307,27 +172,20 @@ InfoRowsView {
         QCOMPARE(labels.size(), 2);
         QVERIFY(values.first()->property("selectByMouse").toBool());
         QCOMPARE(labels.first()->metaObject()->indexOfProperty("selectByMouse"), -1);
-        // Values start in one column, 20 points after the widest label.
+        // Values start in one column, 20 points after the widest label; rows 9 points apart.
         const qreal valueX = values.at(0)->mapToItem(root, QPointF(0, 0)).x();
         QCOMPARE(values.at(1)->mapToItem(root, QPointF(0, 0)).x(), valueX);
         QCOMPARE(valueX, labels.at(0)->width() + 20);
         QVERIFY(labels.at(0)->property("implicitWidth").toReal() <= labels.at(0)->width());
-        // Rows 9 points apart.
         QCOMPARE(labels.at(1)->mapToItem(root, QPointF(0, 0)).y(), labels.at(0)->height() + 9);
     }
 
     void statBlockShowsItsLabelInCapitalsAndShrinksItsValue()
     {
         Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import Quillon
-Column {
-    width: 300
+        QQuickItem *root = scene.load(R"(Column { width: 300
     StatBlock { width: 120; label: "cœurs"; value: "10" }
-    StatBlock { objectName: "narrow"; width: 60; label: "Puce"; value: "Apple M1 Pro Max Ultra" }
-}
-)");
+    StatBlock { width: 60; label: "Puce"; value: "Apple M1 Pro Max Ultra" } })");
         QVERIFY(root);
         QCOMPARE(shownTexts(root).first(), u"CŒURS"_s);
         const QList<QQuickItem *> values = shownNamed(root, u"statValue"_s);
@@ -337,67 +195,47 @@ Column {
         QCOMPARE(values.at(1)->property("font").value<QFont>().pixelSize(), 9);
     }
 
-    void cardHeaderShowsOnlyWhatIsGiven()
+    void cardsShowOnlyTheHeaderPartsGivenWithTheirOwnMetrics()
     {
         Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import QtQuick.Layouts
-import Quillon
-Column {
-    width: 400
+        QQuickItem *root = scene.load(R"(Column { width: 400
     Card { objectName: "plain"; width: 400; Rectangle { implicitHeight: 10; Layout.fillWidth: true } }
     Card { objectName: "full"; width: 400; title: "Fiche technique"; systemImage: "cpu"; accessory: "die 52 °C"
            Rectangle { implicitHeight: 10; Layout.fillWidth: true } }
-}
-)");
+    HighlightCard { objectName: "highlight"; width: 400; title: "Batterie"; symbol: "battery.75"
+                    accessory: "3:20 restantes"; Rectangle { implicitHeight: 10; Layout.fillWidth: true } } })");
         QVERIFY(root);
-        QQuickItem *plain = shownNamed(root, u"plain"_s).first();
-        QQuickItem *full = shownNamed(root, u"full"_s).first();
+        QQuickItem *plain = shownItem(root, u"plain"_s);
+        QQuickItem *full = shownItem(root, u"full"_s);
+        QQuickItem *highlight = shownItem(root, u"highlight"_s);
+        QVERIFY(plain && full && highlight);
         QVERIFY(shownNamed(plain, u"cardHeader"_s).isEmpty());
         QCOMPARE(shownTexts(full), (QStringList { u"Fiche technique"_s, u"die 52 °C"_s }));
         QCOMPARE(shownSymbols(full).size(), 1);
         // Padding 18, header and content 14 apart: 18 + 10 + 18 without header.
         QCOMPARE(plain->height(), 46.0);
         QCOMPARE(full->property("radius").toReal(), 14.0);
-    }
 
-    void highlightCardHasItsOwnMetrics()
-    {
-        Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import QtQuick.Layouts
-import Quillon
-HighlightCard { width: 400; title: "Batterie"; symbol: "battery.75"; accessory: "3:20 restantes"
-                Rectangle { implicitHeight: 10; Layout.fillWidth: true } }
-)");
-        QVERIFY(root);
-        QCOMPARE(root->property("radius").toReal(), 16.0);
-        QVERIFY(shownSymbols(root).first().endsWith(u"/battery.75"_s));
-        QCOMPARE(shownTexts(root), (QStringList { u"Batterie"_s, u"3:20 restantes"_s }));
-        QQuickItem *accessory = shownNamed(root, u"cardAccessory"_s).first();
-        QCOMPARE(accessory->property("font").value<QFont>().pixelSize(), Theme().caption());
+        QCOMPARE(highlight->property("radius").toReal(), 16.0);
+        QVERIFY(shownSymbols(highlight).first().endsWith(u"/battery.75"_s));
+        QCOMPARE(shownTexts(highlight), (QStringList { u"Batterie"_s, u"3:20 restantes"_s }));
+        QCOMPARE(
+            shownItem(highlight, u"cardAccessory"_s)->property("font").value<QFont>().pixelSize(), Theme().caption());
         // Padding 18, header, 15 points, content 10, padding 18.
-        QQuickItem *header = shownNamed(root, u"cardHeader"_s).first();
-        QCOMPARE(root->height(), 18 + header->height() + 15 + 10 + 18);
+        QCOMPARE(highlight->height(), 18 + shownItem(highlight, u"cardHeader"_s)->height() + 15 + 10 + 18);
     }
 
     void aboutViewShowsNameVersionAndFeatures()
     {
         Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import Quillon
-AboutView { }
-)");
+        QQuickItem *root = scene.load("AboutView { }");
         QVERIFY(root);
         const QStringList texts = shownTexts(root);
         QCOMPARE(
             texts.mid(0, 3), (QStringList { u"Quillon"_s, u"Version 0.1.0"_s, u"Bilan matériel et périphériques"_s }));
-        QVERIFY(texts.contains(u"Vingt composants contrôlés"_s));
-        QVERIFY(texts.contains(u"Angle d'écran, charge et température en direct"_s));
-        QVERIFY(texts.contains(u"Aucune donnée ne quitte cette machine"_s));
+        for (const QString &feature : { u"Vingt composants contrôlés"_s,
+                 u"Angle d'écran, charge et température en direct"_s, u"Aucune donnée ne quitte cette machine"_s })
+            QVERIFY2(texts.contains(feature), qPrintable(feature));
         QCOMPARE(texts.mid(texts.size() - 2), (QStringList { u"Site"_s, u"Confidentialité"_s }));
         // Without an icon image of its own: the fallback tile.
         QCOMPARE(shownNamed(root, u"iconTile"_s).size(), 1);
@@ -412,23 +250,18 @@ AboutView { }
         WorkshopSettings workshop(std::move(store));
 
         Scene scene;
-        QQuickItem *root = scene.load(R"(
-import QtQuick
-import Quillon
-WorkshopSettingsView { width: 460 }
-)",
-            { { u"workshop"_s, QVariant::fromValue<QObject *>(&workshop) } });
+        QQuickItem *root = scene.load(
+            "WorkshopSettingsView { width: 460 }", { { u"workshop"_s, QVariant::fromValue<QObject *>(&workshop) } });
         QVERIFY(root);
         // The footer wraps inside the 460-point form rather than widening it.
-        QQuickItem *footer = shownNamed(root, u"sectionFooter"_s).first();
+        QQuickItem *footer = shownItem(root, u"sectionFooter"_s);
         QVERIFY(footer->mapToItem(root, QPointF(footer->width(), 0)).x() <= 460);
         QVERIFY(footer->property("lineCount").toInt() >= 2);
-        QQuickItem *phone = shownNamed(root, u"phoneField"_s).first();
+        QQuickItem *phone = shownItem(root, u"phoneField"_s);
         QCOMPARE(phone->property("text").toString(), u"01 23 45 67 89"_s);
         QCOMPARE(phone->property("placeholderText").toString(), u"Téléphone"_s);
 
-        QQuickItem *name = shownNamed(root, u"nameField"_s).first();
-        name->forceActiveFocus();
+        shownItem(root, u"nameField"_s)->forceActiveFocus();
         for (const char key : QByteArray("Atelier"))
             QTest::keyClick(&scene.window, key);
         QCOMPARE(workshop.workshopName(), u"Atelier"_s);
@@ -438,23 +271,20 @@ WorkshopSettingsView { width: 460 }
 
     void exportAsksForAFileThenWritesItOrRaisesTheAlert()
     {
-        UiTest::App app(u"sample"_s);
-        QQmlApplicationEngine engine;
-        QuillonApp::prepareEngine(engine);
-        QVERIFY(app.app->openWindows(engine));
-        QObject *window = engine.rootObjects().constFirst();
-        QObject *saveDialog = window->findChild<QObject *>(u"saveDialog"_s);
-        QObject *alert = window->findChild<QObject *>(u"failureAlert"_s);
+        Window shown(u"sample"_s);
+        QVERIFY(shown.window);
+        QObject *saveDialog = shown.window->findChild<QObject *>(u"saveDialog"_s);
+        QObject *alert = shown.window->findChild<QObject *>(u"failureAlert"_s);
         QVERIFY(saveDialog && alert);
-        MainWindowController &controller = app.app->mainWindow();
+        MainWindowController &controller = shown.controller();
         QStringList revealed;
         controller.setFileRevealer([&revealed](const QString &path) { revealed << path; });
 
-        controller.setProposedFolder(app.folder.path());
+        controller.setProposedFolder(shown.app.folder.path());
         controller.startExport();
         QTRY_VERIFY_WITH_TIMEOUT(saveDialog->property("visible").toBool(), 10000);
         QCOMPARE(saveDialog->property("title").toString(), u"Exporter le bilan"_s);
-        const QString path = app.folder.filePath(u"Bilan-MacBook-Pro-2026-11-16.txt"_s);
+        const QString path = shown.app.folder.filePath(u"Bilan-MacBook-Pro-2026-11-16.txt"_s);
         QCOMPARE(saveDialog->property("selectedFile").toUrl(), QUrl::fromLocalFile(path));
 
         // The user keeps the proposed file: it is written and shown.
@@ -465,7 +295,7 @@ WorkshopSettingsView { width: 460 }
         QVERIFY(!alert->property("visible").toBool());
 
         // A file that cannot be written: the alert with the system's explanation.
-        controller.setProposedFolder(app.folder.filePath(u"absent"_s));
+        controller.setProposedFolder(shown.app.folder.filePath(u"absent"_s));
         controller.startExport();
         QTRY_VERIFY_WITH_TIMEOUT(saveDialog->property("visible").toBool(), 10000);
         QMetaObject::invokeMethod(saveDialog, "accept");
@@ -474,119 +304,81 @@ WorkshopSettingsView { width: 460 }
         QVERIFY(!alert->property("informativeText").toString().isEmpty());
         QCOMPARE(revealed.size(), 1);
         QVERIFY(!controller.isExporting());
-        engine.rootObjects().constFirst()->setProperty("visible", false);
     }
 
-    void shortcutsAndClosingTheWindow()
+    void shortcutsOpenWindowsAndClosingStopsTheMonitors()
     {
-        UiTest::App app(u"sample"_s);
-        QQmlApplicationEngine engine;
-        QuillonApp::prepareEngine(engine);
-        QVERIFY(app.app->openWindows(engine));
-        auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-        window->requestActivate();
-        QVERIFY(QTest::qWaitForWindowActive(window));
-        QSignalSpy loaded(&app.app->state(), &AppState::everythingLoaded);
-        QVERIFY(loaded.wait(10000));
-        MainWindowController &controller = app.app->mainWindow();
+        Window shown(u"sample"_s);
+        QVERIFY(shown.window);
+        shown.window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(shown.window));
+        QVERIFY(shown.open(AppSection::usb));
+        MainWindowController &controller = shown.controller();
 
-        // ⌘R refreshes the section on screen.
-        controller.setSelection(AppSection::usb);
+        // ⌘R refreshes the section on screen. A recorded answer can come back while the key is
+        // still being delivered: the refresh shows in the changes of the flag, not in its value.
         QVERIFY(!controller.isRefreshing());
-        // A recorded answer can come back while the key is still being delivered: the refresh
-        // shows in the changes of the refreshing flag, not necessarily in its value afterwards.
         QSignalSpy refreshing(&controller, &MainWindowController::refreshingChanged);
-        QTest::keyClick(window, Qt::Key_R, Qt::ControlModifier);
+        QTest::keyClick(shown.window, Qt::Key_R, Qt::ControlModifier);
         QVERIFY(!refreshing.isEmpty());
         QTRY_VERIFY_WITH_TIMEOUT(!controller.isRefreshing(), 10000);
 
-        // ⌘, opens the workshop settings.
-        auto settingsShown = [] {
-            for (QWindow *top : QGuiApplication::topLevelWindows()) {
-                if (top->title() == u"Réglages de l'atelier"_s && top->isVisible())
-                    return true;
-            }
-            return false;
-        };
-        QVERIFY(!settingsShown());
-        QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
-        QTRY_VERIFY(settingsShown());
-
-        // The brand block opens the About window; the settings button the settings window.
-        auto shown = [](const QString &title) {
-            for (QWindow *top : QGuiApplication::topLevelWindows()) {
-                if (top->title() == title && top->isVisible())
-                    return true;
-            }
-            return false;
-        };
-        QQuickItem *brand = shownNamed(window->contentItem(), u"sidebarBrand"_s).first();
+        // ⌘, opens the workshop settings; the brand block the About window.
+        QVERIFY(!isWindowShown(u"Réglages de l'atelier"_s));
+        QTest::keyClick(shown.window, Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_VERIFY(isWindowShown(u"Réglages de l'atelier"_s));
+        QQuickItem *brand = shown.item(u"sidebarBrand"_s);
+        QVERIFY(brand);
         QCOMPARE(shownTexts(brand), (QStringList { u"Quillon"_s, u"Version 0.1.0"_s }));
-        QVERIFY(!shown(u"À propos de Quillon"_s));
-        QTest::mouseClick(window, Qt::LeftButton, {}, brand->mapToScene(QPointF(brand->width() / 2, 10)).toPoint());
-        QTRY_VERIFY(shown(u"À propos de Quillon"_s));
+        QVERIFY(!isWindowShown(u"À propos de Quillon"_s));
+        QTest::mouseClick(
+            shown.window, Qt::LeftButton, {}, brand->mapToScene(QPointF(brand->width() / 2, 10)).toPoint());
+        QTRY_VERIFY(isWindowShown(u"À propos de Quillon"_s));
 
         // Closing the main window stops the live monitors.
         controller.setSelection(AppSection::hardware);
-        QVERIFY(app.app->processorMonitor().isRunning());
-        window->close();
-        QVERIFY(!app.app->processorMonitor().isRunning());
-        QVERIFY(!app.app->batteryMonitor().isRunning());
-        QVERIFY(!app.app->lidAngleMonitor().isRunning());
+        QVERIFY(shown.app.app->processorMonitor().isRunning());
+        shown.window->close();
+        QVERIFY(!shown.app.app->processorMonitor().isRunning());
+        QVERIFY(!shown.app.app->batteryMonitor().isRunning());
+        QVERIFY(!shown.app.app->lidAngleMonitor().isRunning());
     }
 
     void mainWindowOnADesktop()
     {
-        UiTest::App app(u"desktop-mac-studio"_s);
-        QQmlApplicationEngine engine;
-        QuillonApp::prepareEngine(engine);
-        QVERIFY(app.app->openWindows(engine));
-        auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-        QVERIFY(window);
-        QCOMPARE(window->size(), QSize(1000, 700));
-        QCOMPARE(window->minimumSize(), QSize(820, 560));
-        QQuickItem *content = window->contentItem();
+        Window shown(u"desktop-mac-studio"_s);
+        QVERIFY(shown.window);
+        QCOMPARE(shown.window->size(), QSize(1000, 700));
+        QCOMPARE(shown.window->minimumSize(), QSize(820, 560));
 
         // Right after start: the overview loads, the refresh button waits.
-        MainWindowController &controller = app.app->mainWindow();
-        QVERIFY(controller.isRefreshing());
-        QCOMPARE(shownNamed(content, u"busyIndicator"_s).size(), 1);
-        QVERIFY(shownTexts(content).contains(u"Analyse en cours…"_s));
+        QVERIFY(shown.controller().isRefreshing());
+        QCOMPARE(shown.items(u"busyIndicator"_s).size(), 1);
+        QVERIFY(shown.texts().contains(u"Analyse en cours…"_s));
+        QVERIFY(shown.open(std::nullopt));
+        QVERIFY(shown.items(u"busyIndicator"_s).isEmpty());
 
-        QSignalSpy loaded(&app.app->state(), &AppState::everythingLoaded);
-        QVERIFY(loaded.wait(10000));
-        window->grabWindow();
-        QVERIFY(shownNamed(content, u"busyIndicator"_s).isEmpty());
-
-        const QStringList texts = shownTexts(content);
         // The sample notice: the words in bold, then the capture's description.
-        const QString notice = shownNamed(content, u"sampleNotice"_s).first()->property("text").toString();
+        const QString notice = shown.item(u"sampleNotice"_s)->property("text").toString();
         QVERIFY(notice.startsWith(u"<b>Données d'exemple</b>"_s));
         QVERIFY(notice.endsWith(u"ordinateur de bureau sans batterie ni trackpad, aucune source d'alimentation, "
                                 u"rapport d'alimentation sans batterie ; deux écrans externes et un clavier USB."_s));
-        QVERIFY(texts.contains(u"Exporter"_s));
-        QVERIFY(texts.contains(u"Actualiser"_s));
-        QVERIFY(texts.contains(u"Réglages"_s));
-        // The thirteen sections in the sidebar.
-        QQuickItem *list = shownNamed(content, u"sectionList"_s).first();
-        QCOMPARE(list->property("count").toInt(), 13);
+        for (const QString &button : { u"Exporter"_s, u"Actualiser"_s, u"Réglages"_s })
+            QVERIFY2(shown.texts().contains(button), qPrintable(button));
+        QCOMPARE(shown.item(u"sectionList"_s)->property("count").toInt(), 13);
 
-        controller.setSelection(AppSection::battery);
-        window->grabWindow();
-        QVERIFY(shownTexts(content).contains(u"Aucune batterie"_s));
-        QVERIFY(shownTexts(content).contains(u"Ce Mac est alimenté uniquement sur secteur."_s));
-        QVERIFY(shownSymbols(content).contains(Theme().symbolSource(u"powerplug"_s, Theme().secondary())));
+        shown.show(AppSection::battery);
+        QVERIFY(shown.texts().contains(u"Aucune batterie"_s));
+        QVERIFY(shown.texts().contains(u"Ce Mac est alimenté uniquement sur secteur."_s));
+        QVERIFY(shownSymbols(shown.content()).contains(Theme().symbolSource(u"powerplug"_s, Theme().secondary())));
 
-        controller.setSelection(AppSection::history);
-        window->grabWindow();
-        QCOMPARE(shownNamed(content, u"journalPage"_s).size(), 1);
-        QVERIFY(shownTexts(content).contains(u"Mac Studio"_s));
+        shown.show(AppSection::history);
+        QCOMPARE(shown.items(u"journalPage"_s).size(), 1);
+        QVERIFY(shown.texts().contains(u"Mac Studio"_s));
 
-        controller.setSelection(AppSection::displays);
-        window->grabWindow();
-        QVERIFY(!shownNamed(content, u"deviceList"_s).isEmpty());
-        QVERIFY(shownTexts(content).contains(u"Écrans"_s));
-        window->close();
+        shown.show(AppSection::displays);
+        QVERIFY(!shown.items(u"deviceList"_s).isEmpty());
+        QVERIFY(shown.texts().contains(u"Écrans"_s));
     }
 };
 

@@ -3,17 +3,13 @@
 #include "core/byte_format.h"
 #include "ui/battery_presentation.h"
 #include "ui/check_list_model.h"
-#include "ui/main_window_controller.h"
 #include "ui/overview_presentation.h"
 #include "ui/verdict_presentation.h"
 
 #include <QAbstractItemModelTester>
-#include <QQmlApplicationEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
+using namespace UiTest;
 using Presentation::TileFace;
 
 Q_DECLARE_METATYPE(HardwareCheck)
@@ -105,84 +101,6 @@ QStringList figureTexts(const QList<Presentation::StatFigure> &figures)
     return texts;
 }
 
-void collect(QQuickItem *item, QList<QQuickItem *> &all)
-{
-    all.append(item);
-    for (QQuickItem *child : item->childItems())
-        collect(child, all);
-}
-
-// The visible items under the window whose type name starts with `typePrefix`, or whose
-// object name is `name`, in tree order.
-QList<QQuickItem *> shown(QQuickWindow *window, const char *typePrefix, const QString &name = {})
-{
-    QList<QQuickItem *> all;
-    collect(window->contentItem(), all);
-    QList<QQuickItem *> found;
-    for (QQuickItem *item : std::as_const(all)) {
-        const bool matches = name.isEmpty() ? QByteArray(item->metaObject()->className()).startsWith(typePrefix)
-                                            : item->objectName() == name;
-        if (matches && item->isVisible())
-            found.append(item);
-    }
-    return found;
-}
-
-QQuickItem *childNamed(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> all;
-    collect(root, all);
-    for (QQuickItem *item : std::as_const(all)) {
-        if (item->objectName() == name)
-            return item;
-    }
-    return nullptr;
-}
-
-QQuickItem *shownNamed(QQuickWindow *window, const QString &name)
-{
-    const QList<QQuickItem *> found = shown(window, "", name);
-    return found.isEmpty() ? nullptr : found.first();
-}
-
-void click(QQuickWindow *window, QQuickItem *item)
-{
-    QTest::mouseClick(
-        window, Qt::LeftButton, {}, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint());
-}
-
-// The application's window over a capture, fully loaded, showing `section`.
-struct Window
-{
-    UiTest::App app;
-    QQmlApplicationEngine engine;
-    QQuickWindow *window = nullptr;
-
-    explicit Window(const QString &capture) : app(capture)
-    {
-        QuillonApp::prepareEngine(engine);
-        app.app->openWindows(engine);
-        window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-        window->resize(1000, 700);
-    }
-    ~Window() { window->close(); }
-
-    bool load()
-    {
-        QSignalSpy loaded(&app.app->state(), &AppState::everythingLoaded);
-        return loaded.wait(10000);
-    }
-    MainWindowController &controller() { return app.app->mainWindow(); }
-    void show(std::optional<AppSection> section)
-    {
-        controller().setSelection(section);
-        for (int i = 0; i < 3; ++i) {
-            QCoreApplication::processEvents();
-            window->grabWindow();
-        }
-    }
-};
-
 } // namespace
 
 class TestVerdictScreens : public QObject
@@ -219,10 +137,8 @@ private Q_SLOTS:
     {
         QFETCH(HardwareCheck, check);
         QFETCH(LiveValues, live);
-        QFETCH(std::optional<QString>, row);
-        QFETCH(std::optional<double>, progress);
-        QCOMPARE(Presentation::rowMeasurement(check, live), row);
-        QCOMPARE(Presentation::liveProgress(check, live), progress);
+        QTEST(Presentation::rowMeasurement(check, live), "row");
+        QTEST(Presentation::liveProgress(check, live), "progress");
     }
 
     void tileFace_data()
@@ -288,51 +204,43 @@ private Q_SLOTS:
     void reportLines()
     {
         QFETCH(QList<HardwareCheck>, checks);
-        QFETCH(QString, detail);
-        QFETCH(QString, coverage);
-        QCOMPARE(Presentation::verdictDetailLine(report(checks)), detail);
-        QCOMPARE(Presentation::coverageLine(report(checks)), coverage);
+        QTEST(Presentation::verdictDetailLine(report(checks)), "detail");
+        QTEST(Presentation::coverageLine(report(checks)), "coverage");
     }
 
     void batteryColours_data()
     {
         QTest::addColumn<BatteryInfo>("battery");
         QTest::addColumn<std::optional<BatterySnapshot>>("live");
-        QTest::addColumn<QString>("cardHealth");
-        QTest::addColumn<QString>("screenHealth");
+        QTest::addColumn<QString>("health");
         QTest::addColumn<QString>("power");
         QTest::addColumn<bool>("warns");
 
         const std::optional<BatterySnapshot> none;
-        QTest::newRow("79 %: orange") << battery(79, true, 60, true) << none << u"orange"_s << u"orange"_s
-                                      << u"orange"_s << true;
+        QTest::newRow("79 %: orange") << battery(79, true, 60, true) << none << u"orange"_s << u"orange"_s << true;
+        QTest::newRow("70 %: orange") << battery(70, true, 60, true) << none << u"orange"_s << u"orange"_s << true;
         QTest::newRow("80 %, 15 % unplugged: red power")
-            << battery(80, true, 15, false) << none << u"green"_s << u"green"_s << u"red"_s << false;
+            << battery(80, true, 15, false) << none << u"green"_s << u"red"_s << false;
         QTest::newRow("69 %: red health, orange power")
-            << battery(69, true, 90, true) << none << u"red"_s << u"red"_s << u"orange"_s << true;
+            << battery(69, true, 90, true) << none << u"red"_s << u"orange"_s << true;
         QTest::newRow("85 % flagged unhealthy: warned")
-            << battery(85, false, 90, true) << none << u"green"_s << u"green"_s << u"orange"_s << true;
-        QTest::newRow("unknown health") << battery(std::nullopt, true, 50, false) << none << u"primary"_s << u"accent"_s
-                                        << u"green"_s << false;
+            << battery(85, false, 90, true) << none << u"green"_s << u"orange"_s << true;
+        QTest::newRow("unknown health: the caller's colour; 20 % unplugged")
+            << battery(std::nullopt, true, 20, false) << none << u"accent"_s << u"green"_s << false;
         QTest::newRow("live charge 19 % unplugged over a full record")
-            << battery(90, true, 100, true) << std::optional(snapshot(19, false, false)) << u"green"_s << u"green"_s
-            << u"red"_s << false;
+            << battery(90, true, 100, true) << std::optional(snapshot(19, false, false)) << u"green"_s << u"red"_s
+            << false;
         QTest::newRow("live 19 % plugged in") << battery(90, true, 10, false) << std::optional(snapshot(19, true, true))
-                                              << u"green"_s << u"green"_s << u"green"_s << false;
+                                              << u"green"_s << u"green"_s << false;
     }
 
     void batteryColours()
     {
         QFETCH(BatteryInfo, battery);
         QFETCH(std::optional<BatterySnapshot>, live);
-        QFETCH(QString, cardHealth);
-        QFETCH(QString, screenHealth);
-        QFETCH(QString, power);
-        QFETCH(bool, warns);
-        QCOMPARE(Presentation::healthColourRole(battery.healthPercent, u"primary"_s), cardHealth);
-        QCOMPARE(Presentation::healthColourRole(battery.healthPercent, u"accent"_s), screenHealth);
-        QCOMPARE(Presentation::powerColourRole(battery, live), power);
-        QCOMPARE(Presentation::showsReplacementWarning(battery), warns);
+        QTEST(Presentation::healthColourRole(battery.healthPercent, u"accent"_s), "health");
+        QTEST(Presentation::powerColourRole(battery, live), "power");
+        QTEST(Presentation::showsReplacementWarning(battery), "warns");
     }
 
     void batterySymbol_data()
@@ -357,8 +265,7 @@ private Q_SLOTS:
     {
         QFETCH(BatteryInfo, battery);
         QFETCH(std::optional<BatterySnapshot>, live);
-        QFETCH(QString, symbol);
-        QCOMPARE(Presentation::batterySymbol(battery, live), symbol);
+        QTEST(Presentation::batterySymbol(battery, live), "symbol");
     }
 
     void batterySubtitle_data()
@@ -385,8 +292,7 @@ private Q_SLOTS:
     {
         QFETCH(BatteryInfo, battery);
         QFETCH(std::optional<BatterySnapshot>, live);
-        QFETCH(QString, subtitle);
-        QCOMPARE(Presentation::batterySubtitle(battery, live), subtitle);
+        QTEST(Presentation::batterySubtitle(battery, live), "subtitle");
     }
 
     void configurationFigures_data()
@@ -424,10 +330,9 @@ private Q_SLOTS:
         QFETCH(HardwareInfo, hardware);
         QFETCH(QList<StorageVolume>, volumes);
         QFETCH(QList<InfoRow>, displayRows);
-        QFETCH(QStringList, figures);
         const QList<Presentation::StatFigure> made
             = Presentation::configurationFigures(hardware, volumes, { display(displayRows) });
-        QCOMPARE(figureTexts(made), figures);
+        QTEST(figureTexts(made), "figures");
         // Only the year is in the accent colour.
         for (const Presentation::StatFigure &figure : made)
             QCOMPARE(figure.tintRole, figure.label == u"Année"_s ? u"accent"_s : u"primary"_s);
@@ -462,56 +367,52 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 1);
     }
 
-    void overviewBeforeTheMachineIsKnownAndOnADesktop()
+    void desktopOverviewAndVerdictsLeadToTheirSections()
     {
         Window desktop(u"desktop-mac-studio"_s);
-        // Before the first hardware read, the overview shows its loading state: the header
-        // reads the analysis in progress, without badge or detail lines.
+        QVERIFY(desktop.window);
+        // Before the first hardware read, the header reads the analysis in progress, without
+        // badge or detail lines.
         ScreenData *data = desktop.controller().data();
         QCOMPARE(data->overviewTitle(), u"Analyse du Mac…"_s);
         QVERIFY(data->modelYear().isEmpty() && data->machineSpecLine().isEmpty() && data->machineModelLine().isEmpty());
-        QVERIFY(desktop.load());
-        desktop.show(std::nullopt);
-        QQuickItem *header = shownNamed(desktop.window, u"overviewHeader"_s);
+        // Tall enough for every verdict row to take clicks without scrolling.
+        desktop.window->resize(1000, 2400);
+        QVERIFY(desktop.open(std::nullopt));
+        QQuickItem *header = desktop.item(u"overviewHeader"_s);
         QVERIFY(header);
         QCOMPARE(header->property("symbol").toString(), u"desktopcomputer"_s);
         // No battery record: the configuration card alone takes the width.
-        QCOMPARE(shown(desktop.window, "BatteryHighlightCard").size(), 0);
-        const QList<QQuickItem *> cards = shown(desktop.window, "ConfigurationCard");
+        QVERIFY(desktop.items(u"BatteryHighlightCard*"_s).isEmpty());
+        const QList<QQuickItem *> cards = desktop.items(u"ConfigurationCard*"_s);
         QCOMPARE(cards.size(), 1);
         QCOMPARE(cards.first()->width(), header->width());
 
         // The banner leads to the diagnostics.
-        click(desktop.window, shownNamed(desktop.window, u"overviewBanner"_s));
+        QVERIFY(desktop.click(u"overviewBanner"_s));
         QCOMPARE(desktop.controller().selectionRawValue(), u"diagnostics"_s);
-    }
-
-    void clickingAVerdictOpensItsSection()
-    {
-        Window desktop(u"desktop-mac-studio"_s);
-        QVERIFY(desktop.load());
-        // Tall enough for every row to take clicks without scrolling.
-        desktop.window->resize(1000, 2400);
-        desktop.show(AppSection::diagnostics);
-        const QList<HardwareCheck> &checks = desktop.controller().data()->checks()->checks();
-        const QList<QQuickItem *> rows = shown(desktop.window, "CheckRow");
+        const QList<HardwareCheck> &checks = data->checks()->checks();
+        const QList<QQuickItem *> rows = desktop.items(u"CheckRow*"_s);
         QCOMPARE(rows.size(), checks.size());
         // No divider above the first row, one above each of the others.
-        QCOMPARE(shown(desktop.window, "", u"checkDivider"_s).size(), checks.size() - 1);
+        QCOMPARE(desktop.items(u"checkDivider"_s).size(), checks.size() - 1);
 
-        // A built-in component this desktop never has: no section, the click changes nothing.
+        // A built-in component this desktop never has: no section, no chevron, the click
+        // changes nothing.
         const auto withoutSection
             = std::find_if(checks.cbegin(), checks.cend(), [](const HardwareCheck &made) { return !made.section; });
         QVERIFY(withoutSection != checks.cend());
         QCOMPARE(withoutSection->status, CheckStatus::nonApplicable);
         QQuickItem *row = rows.at(withoutSection - checks.cbegin());
-        QCOMPARE(childNamed(row, u"checkChevron"_s)->opacity(), 0.0);
+        QVERIFY(shownNamed(row, u"checkChevron"_s).isEmpty());
         click(desktop.window, row);
         QCOMPARE(desktop.controller().selectionRawValue(), u"diagnostics"_s);
 
         const auto withSection
             = std::find_if(checks.cbegin(), checks.cend(), [](const HardwareCheck &made) { return made.section; });
-        click(desktop.window, rows.at(withSection - checks.cbegin()));
+        row = rows.at(withSection - checks.cbegin());
+        QCOMPARE(shownNamed(row, u"checkChevron"_s).size(), 1);
+        click(desktop.window, row);
         QCOMPARE(desktop.controller().selection(), withSection->section);
     }
 };
