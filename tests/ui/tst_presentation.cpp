@@ -42,13 +42,15 @@ private Q_SLOTS:
         QTest::addColumn<bool>("hasFailure");
         QTest::addColumn<bool>("isEmpty");
         QTest::addColumn<ScaffoldState>("expected");
+        QTest::addColumn<int>("forQml");
 
-        QTest::newRow("failure over stale content") << false << true << false << ScaffoldState::failure;
-        QTest::newRow("failure while a retry loads") << true << true << true << ScaffoldState::failure;
-        QTest::newRow("first load") << true << false << true << ScaffoldState::loading;
-        QTest::newRow("refresh keeps the content") << true << false << false << ScaffoldState::content;
-        QTest::newRow("nothing to show") << false << false << true << ScaffoldState::empty;
-        QTest::newRow("content") << false << false << false << ScaffoldState::content;
+        using H = PresentationHelpers;
+        QTest::newRow("failure over stale content") << false << true << false << ScaffoldState::failure << +H::Failure;
+        QTest::newRow("failure while a retry loads") << true << true << true << ScaffoldState::failure << +H::Failure;
+        QTest::newRow("first load") << true << false << true << ScaffoldState::loading << +H::Loading;
+        QTest::newRow("refresh keeps the content") << true << false << false << ScaffoldState::content << +H::Content;
+        QTest::newRow("nothing to show") << false << false << true << ScaffoldState::empty << +H::Empty;
+        QTest::newRow("content") << false << false << false << ScaffoldState::content << +H::Content;
     }
 
     void scaffoldState()
@@ -60,13 +62,8 @@ private Q_SLOTS:
         const std::optional<QString> failure
             = hasFailure ? std::optional<QString>(u"La commande system_profiler a échoué."_s) : std::nullopt;
         QCOMPARE(Presentation::scaffoldState(isLoading, failure, isEmpty), expected);
-    }
-
-    void scaffoldStateForQmlTreatsAnEmptyFailureAsNone()
-    {
-        PresentationHelpers helpers;
-        QCOMPARE(helpers.scaffoldState(false, QString(), false), int(PresentationHelpers::Content));
-        QCOMPARE(helpers.scaffoldState(false, u"Échec"_s, false), int(PresentationHelpers::Failure));
+        // QML gives an empty text for no failure.
+        QTEST(PresentationHelpers().scaffoldState(isLoading, failure.value_or(QString()), isEmpty), "forQml");
     }
 
     void monitorsFor_data()
@@ -91,55 +88,31 @@ private Q_SLOTS:
     void monitorsFor()
     {
         QFETCH(AppSection, section);
-        QFETCH(MonitorPlan, expected);
-        QCOMPARE(Presentation::monitorsFor(section), expected);
+        QTEST(Presentation::monitorsFor(section), "expected");
     }
 
     void badge_data()
     {
-        QTest::addColumn<DeviceStatus>("status");
+        // Through the raw value, as a device card gives it.
+        QTest::addColumn<QString>("status");
         QTest::addColumn<QString>("label");
         QTest::addColumn<QString>("colourRole");
 
-        QTest::newRow("connected") << DeviceStatus::connected << u"Connecté"_s << u"green"_s;
-        QTest::newRow("disconnected") << DeviceStatus::disconnected << u"Non connecté"_s << u"secondary"_s;
-        QTest::newRow("warning") << DeviceStatus::warning << u"À vérifier"_s << u"orange"_s;
-        QTest::newRow("neutral: no badge") << DeviceStatus::neutral << QString() << u"secondary"_s;
+        using Presentation::statusRawValue;
+        QTest::newRow("connected") << statusRawValue(DeviceStatus::connected) << u"Connecté"_s << u"green"_s;
+        QTest::newRow("disconnected") << statusRawValue(DeviceStatus::disconnected) << u"Non connecté"_s
+                                      << u"secondary"_s;
+        QTest::newRow("warning") << statusRawValue(DeviceStatus::warning) << u"À vérifier"_s << u"orange"_s;
+        QTest::newRow("neutral: no badge") << statusRawValue(DeviceStatus::neutral) << QString() << u"secondary"_s;
+        QTest::newRow("unknown raw value: no badge") << u"Connected"_s << QString() << u"secondary"_s;
+        QTest::newRow("no raw value: no badge") << QString() << QString() << u"secondary"_s;
     }
 
     void badge()
     {
-        QFETCH(DeviceStatus, status);
-        QFETCH(QString, label);
-        QFETCH(QString, colourRole);
-        // Through the raw value, as a device card gives it.
-        PresentationHelpers helpers;
-        const QString raw = Presentation::statusRawValue(status);
-        QCOMPARE(helpers.badgeLabel(raw), label);
-        QCOMPARE(helpers.badgeColourRole(raw), colourRole);
-    }
-
-    void unknownStatusHasNoBadge()
-    {
-        PresentationHelpers helpers;
-        QCOMPARE(helpers.badgeLabel(u"Connected"_s), QString());
-        QCOMPARE(helpers.badgeLabel(QString()), QString());
-    }
-
-    void upperCase_data()
-    {
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("lower case with accent") << u"état de la puce"_s << u"ÉTAT DE LA PUCE"_s;
-        QTest::newRow("sharp s becomes two letters") << u"straße"_s << u"STRASSE"_s;
-        QTest::newRow("ligature") << u"cœurs"_s << u"CŒURS"_s;
-    }
-
-    void upperCase()
-    {
-        QFETCH(QString, label);
-        QFETCH(QString, expected);
-        QCOMPARE(PresentationHelpers().upperCased(label), expected);
+        QFETCH(QString, status);
+        QTEST(PresentationHelpers().badgeLabel(status), "label");
+        QTEST(PresentationHelpers().badgeColourRole(status), "colourRole");
     }
 
     void applicationName_data()
@@ -156,23 +129,26 @@ private Q_SLOTS:
     {
         QFETCH(QString, displayName);
         QFETCH(QString, bundleName);
-        QFETCH(QString, expected);
         const auto lookup = [&](const QString &key) -> std::optional<QString> {
             const QString value = key == u"CFBundleDisplayName"_s ? displayName
                 : key == u"CFBundleName"_s                        ? bundleName
                                                                   : QString();
             return value.isNull() ? std::nullopt : std::optional<QString>(value);
         };
-        QCOMPARE(Presentation::applicationName(lookup), expected);
+        QTEST(Presentation::applicationName(lookup), "expected");
     }
 
     void versionText() { QCOMPARE(Presentation::versionText(u"1.2 (45)"_s), u"Version 1.2 (45)"_s); }
 
-    void deviceListWalksTreesDepthFirstWithIndentation()
+    void deviceListWalksTreesDepthFirstWithIndentationAndCardContents()
     {
         // Hub → (dock → drive), receiver; then a second root.
         const QList<DeviceNode> roots {
-            node(u"Hub"_s, { node(u"Dock"_s, { node(u"SSD"_s) }), node(u"Récepteur"_s) }),
+            node(u"Hub"_s,
+                { node(u"Dock"_s,
+                      { node(u"SSD"_s, {},
+                          { InfoRow(u"Fabricant"_s, u"Samsung"_s), InfoRow(u"Vitesse"_s, u"Jusqu’à 12 Mb/s"_s) }) }),
+                    node(u"Récepteur"_s) }),
             node(u"Clavier"_s),
         };
         DeviceListModel model;
@@ -188,18 +164,16 @@ private Q_SLOTS:
                 expectedNames.at(row));
             QCOMPARE(model.data(index, DeviceListModel::IndentRole).toDouble(), expectedIndents.at(row));
         }
-    }
-
-    void deviceCardContentOfANodeWithoutSubtitleOrRows()
-    {
-        DeviceNode hub = node(u"Concentrateur USB"_s);
-        hub.status = DeviceStatus::neutral;
-        DeviceListModel model;
-        model.setRoots({ hub });
-        const QVariantMap card = model.data(model.index(0), DeviceListModel::NodeRole).toMap();
-        QCOMPARE(card.value(u"subtitle"_s).toString(), QString());
-        QCOMPARE(card.value(u"status"_s).toString(), u"neutral"_s);
-        QVERIFY(card.value(u"rows"_s).toList().isEmpty());
+        // A hub without subtitle or rows; the drive's rows in their order.
+        const QVariantMap hub = model.data(model.index(0), DeviceListModel::NodeRole).toMap();
+        QCOMPARE(hub.value(u"subtitle"_s).toString(), QString());
+        QCOMPARE(hub.value(u"status"_s).toString(), u"neutral"_s);
+        QVERIFY(hub.value(u"rows"_s).toList().isEmpty());
+        const QVariantList rows
+            = model.data(model.index(2), DeviceListModel::NodeRole).toMap().value(u"rows"_s).toList();
+        QCOMPARE(rows.size(), 2);
+        QCOMPARE(rows.at(0).toMap().value(u"label"_s).toString(), u"Fabricant"_s);
+        QCOMPARE(rows.at(1).toMap().value(u"value"_s).toString(), u"Jusqu’à 12 Mb/s"_s);
     }
 
     void deviceListKeepsItsCardsForTheSameNodes()
@@ -213,15 +187,6 @@ private Q_SLOTS:
         // Rebuilt records are new nodes, even with the same texts.
         model.setRoots({ node(u"Clavier"_s) });
         QCOMPARE(resets.count(), 1);
-    }
-
-    void rowsKeepTheirOrder()
-    {
-        const QVariantList rows = Presentation::rowsForQml(
-            { InfoRow(u"Fabricant"_s, u"Logitech"_s), InfoRow(u"Vitesse"_s, u"Jusqu’à 12 Mb/s"_s) });
-        QCOMPARE(rows.size(), 2);
-        QCOMPARE(rows.at(0).toMap().value(u"label"_s).toString(), u"Fabricant"_s);
-        QCOMPARE(rows.at(1).toMap().value(u"value"_s).toString(), u"Jusqu’à 12 Mb/s"_s);
     }
 
     void themeFollowsTheApplicationPalette()
