@@ -33,8 +33,8 @@ struct DelaySource
 
 constexpr DelaySource delaySources[] = {
     { u"SPHardwareDataType", 219,
-        u"publié : 0,219 s, MacBook Pro 2014 (chef/ohai, "
-        u"spec/unit/plugins/darwin/hardware_system_profiler_output.rb)" },
+        u"publié : 0,219 s, MacBook Pro 2014 (chef/ohai, données de test du greffon darwin, "
+        u"hardware_system_profiler_output.rb)" },
     { u"SPSoftwareDataType", 130, u"estimation (0,13 s : les types sans matériel à sonder répondent en 0,1 à 0,2 s)" },
     { u"SPPowerDataType", 167, u"publié : 0,167 s, MacBook Pro 2014 (chef/ohai, même fichier)" },
     { u"SPStorageDataType", 470, u"publié : 0,470 s, MacBook Pro 2014 (chef/ohai, même fichier)" },

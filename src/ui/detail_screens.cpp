@@ -14,23 +14,6 @@
 
 using namespace Qt::StringLiterals;
 
-DetailSources::DetailSources(const AppState &state, QObject *parent) : QObject(parent), m_state(state)
-{
-    connect(&state, &AppState::hardwareChanged, this, &DetailSources::hardwareChanged);
-    connect(&state, &AppState::volumesChanged, this, &DetailSources::volumesChanged);
-}
-
-void DetailSources::attach(MainWindowController &controller, const AppState &state)
-{
-    if (!of(&controller))
-        new DetailSources(state, &controller);
-}
-
-DetailSources *DetailSources::of(const QObject *controller)
-{
-    return controller ? controller->findChild<DetailSources *>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
-}
-
 // --- HardwareScreen ---
 
 HardwareScreen::HardwareScreen(QObject *parent) : QObject(parent)
@@ -41,18 +24,18 @@ void HardwareScreen::setController(QObject *controller)
 {
     if (controller == m_controller)
         return;
-    for (QObject *source : { static_cast<QObject *>(m_sources), static_cast<QObject *>(m_processor),
-             static_cast<QObject *>(m_lidAngle) }) {
+    for (const QObject *source : { static_cast<const QObject *>(m_state), static_cast<const QObject *>(m_processor),
+             static_cast<const QObject *>(m_lidAngle.data()) }) {
         if (source)
             disconnect(source, nullptr, this, nullptr);
     }
     m_controller = controller;
     auto *window = qobject_cast<MainWindowController *>(controller);
-    m_sources = DetailSources::of(window);
+    m_state = window ? &window->state() : nullptr;
     m_processor = window ? qobject_cast<CPUMonitor *>(window->processorMonitorObject()) : nullptr;
     m_lidAngle = window ? qobject_cast<LidAngleMonitor *>(window->lidAngleMonitorObject()) : nullptr;
-    if (m_sources)
-        connect(m_sources, &DetailSources::hardwareChanged, this, &HardwareScreen::componentsChanged);
+    if (m_state)
+        connect(m_state, &AppState::hardwareChanged, this, &HardwareScreen::componentsChanged);
     if (m_processor) {
         for (auto signal :
             { &CPUMonitor::loadChanged, &CPUMonitor::perCoreLoadChanged, &CPUMonitor::temperatureChanged })
@@ -95,24 +78,24 @@ QVariantList HardwareScreen::coreBars() const
 QString HardwareScreen::sheetSymbol() const
 {
     const bool portable
-        = m_sources && m_sources->state().hardware() && m_sources->state().hardware()->components.isPortable;
+        = m_state && m_state->hardware() && m_state->hardware()->components.isPortable;
     return portable ? u"laptopcomputer"_s : u"desktopcomputer"_s;
 }
 
 QString HardwareScreen::componentsAccessory() const
 {
-    if (!m_sources || !m_sources->state().hardware())
+    if (!m_state || !m_state->hardware())
         return QString();
-    return DetailPresentation::componentsAccessory(m_sources->state().hardware()->components.sensorInterfaces);
+    return DetailPresentation::componentsAccessory(m_state->hardware()->components.sensorInterfaces);
 }
 
 QVariantList HardwareScreen::components() const
 {
     QVariantList list;
-    if (!m_sources || !m_sources->state().hardware())
+    if (!m_state || !m_state->hardware())
         return list;
     const std::optional<QString> angle = m_lidAngle ? m_lidAngle->formatted() : std::nullopt;
-    for (const BuiltInComponents::Listed &entry : m_sources->state().hardware()->components.listed()) {
+    for (const BuiltInComponents::Listed &entry : m_state->hardware()->components.listed()) {
         list.append(QVariantMap {
             { u"title"_s, entry.title },
             { u"symbol"_s, entry.symbol },
@@ -134,12 +117,13 @@ void StorageScreen::setController(QObject *controller)
 {
     if (controller == m_controller)
         return;
-    if (m_sources)
-        disconnect(m_sources, nullptr, this, nullptr);
+    if (m_state)
+        disconnect(m_state, nullptr, this, nullptr);
     m_controller = controller;
-    m_sources = DetailSources::of(controller);
-    if (m_sources)
-        connect(m_sources, &DetailSources::volumesChanged, this, &StorageScreen::volumesChanged);
+    auto *window = qobject_cast<MainWindowController *>(controller);
+    m_state = window ? &window->state() : nullptr;
+    if (m_state)
+        connect(m_state, &AppState::volumesChanged, this, &StorageScreen::volumesChanged);
     Q_EMIT controllerChanged();
     Q_EMIT volumesChanged();
 }
@@ -147,9 +131,9 @@ void StorageScreen::setController(QObject *controller)
 QVariantList StorageScreen::volumes() const
 {
     QVariantList list;
-    if (!m_sources)
+    if (!m_state)
         return list;
-    for (const StorageVolume &volume : m_sources->state().volumes()) {
+    for (const StorageVolume &volume : m_state->volumes()) {
         const DetailPresentation::VolumeUsage usage
             = DetailPresentation::volumeUsage(volume.totalBytes, volume.freeBytes);
         const auto [totalValue, totalUnit] = ByteFormat::parts(volume.totalBytes);

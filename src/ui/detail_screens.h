@@ -12,30 +12,6 @@ class History;
 class LidAngleMonitor;
 class MainWindowController;
 
-// The records of the application state that the hardware and storage screens draw (the
-// built-in components and the volumes), reached from the main window's controller. The
-// application attaches one to its controller when it makes it.
-class DetailSources : public QObject
-{
-    Q_OBJECT
-
-public:
-    static void attach(MainWindowController &controller, const AppState &state);
-    // The sources attached to `controller`; null when there are none.
-    static DetailSources *of(const QObject *controller);
-
-    const AppState &state() const { return m_state; }
-
-Q_SIGNALS:
-    void hardwareChanged();
-    void volumesChanged();
-
-private:
-    DetailSources(const AppState &state, QObject *parent);
-
-    const AppState &m_state;
-};
-
 // What the hardware screen draws: the rows and bars of the live processor card, and the
 // built-in components with their state texts and rows, following the processor and
 // lid-angle monitors.
@@ -80,7 +56,8 @@ Q_SIGNALS:
 
 private:
     QPointer<QObject> m_controller;
-    QPointer<DetailSources> m_sources;
+    // The application state behind the controller; it outlives the screens.
+    const AppState *m_state = nullptr;
     QPointer<CPUMonitor> m_processor;
     QPointer<LidAngleMonitor> m_lidAngle;
 };
@@ -114,7 +91,7 @@ Q_SIGNALS:
 
 private:
     QPointer<QObject> m_controller;
-    QPointer<DetailSources> m_sources;
+    const AppState *m_state = nullptr;
 };
 
 // What the journal screen draws beside the journal's own roles: the count line, and for

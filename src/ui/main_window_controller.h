@@ -82,6 +82,9 @@ public:
     // The section on screen.
     AppSection shownSection() const { return m_selection.value_or(AppSection::overview); }
 
+    // The application state the screens draw.
+    const AppState &state() const { return m_state; }
+
     SectionState *current() const { return section(shownSection()); }
     SectionState *section(AppSection section) const { return m_sectionStates.value(section); }
     Q_INVOKABLE SectionState *section(const QString &rawValue) const;

@@ -6,7 +6,6 @@
 #include "live/lid_angle_monitor.h"
 #include "records/history.h"
 #include "records/workshop_settings.h"
-#include "ui/detail_screens.h"
 #include "ui/main_window_controller.h"
 #include "ui/symbol_provider.h"
 
@@ -43,7 +42,6 @@ QuillonApp::QuillonApp(Platform platform, Options options, QObject *parent)
 {
     m_mainWindow = std::make_unique<MainWindowController>(MainWindowController::Shared {
         *m_state, *m_history, *m_workshop, *m_processorMonitor, *m_batteryMonitor, *m_lidAngleMonitor });
-    DetailSources::attach(*m_mainWindow, *m_state);
 }
 
 QuillonApp::~QuillonApp()
