@@ -186,7 +186,7 @@ private Q_SLOTS:
                  (QStringList{u"\nAtelier du Port "_s, u"0123456789"_s, u"3 quai des Brumes"_s}));
         QCOMPARE(QSettings(path, QSettings::IniFormat).allKeys(),
                  (QStringList{u"workshop.address"_s, u"workshop.name"_s, u"workshop.phone"_s}));
-        QVERIFY(reopened.header() == WorkshopHeader(u"Atelier du Port"_s, u"0123456789 \u00B7 3 quai des Brumes"_s));
+        QVERIFY((reopened.header() == WorkshopHeader{u"Atelier du Port"_s, u"0123456789 \u00B7 3 quai des Brumes"_s}));
     }
 
     void suggestedFileName_data()

@@ -195,7 +195,10 @@ private Q_SLOTS:
         state.load(AppSection::usb, false, [&finished] { finished = true; });
         QVERIFY(!state.failure(AppSection::usb));
         QVERIFY(state.isLoading(AppSection::usb));
-        m_profiler->failing.clear();
+        {
+            QMutexLocker lock(&m_profiler->mutex); // the held run reads it once released
+            m_profiler->failing.clear();
+        }
         gate.release();
         QTRY_VERIFY_WITH_TIMEOUT(finished, 5000);
         QVERIFY(!state.failure(AppSection::usb));
