@@ -25,7 +25,7 @@ QString overviewTitle(const std::optional<HardwareInfo> &hardware)
     return hardware ? hardware->modelName : localized("Analyse du Mac…");
 }
 
-QString machineSpecLine(const HardwareInfo &hardware)
+QString machineConfigurationLine(const HardwareInfo &hardware)
 {
     return QStringList { hardware.chip, hardware.memory, hardware.osVersion }.join(separator);
 }

@@ -17,7 +17,7 @@ QString machineSymbol(bool hasBattery);
 // The model name, or "Analyse du Mac…" while the machine is not known yet.
 QString overviewTitle(const std::optional<HardwareInfo> &hardware);
 // The chip, the memory and the system version, separated by spaced middle dots.
-QString machineSpecLine(const HardwareInfo &hardware);
+QString machineConfigurationLine(const HardwareInfo &hardware);
 // The commercial name (else the model identifier), then the core description.
 QString machineModelLine(const HardwareInfo &hardware);
 

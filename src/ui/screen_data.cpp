@@ -110,9 +110,9 @@ QString ScreenData::modelYear() const
     return hardware && hardware->modelYear ? QString::number(*hardware->modelYear) : QString();
 }
 
-QString ScreenData::machineSpecLine() const
+QString ScreenData::machineConfigurationLine() const
 {
-    return m_state.hardware() ? Presentation::machineSpecLine(*m_state.hardware()) : QString();
+    return m_state.hardware() ? Presentation::machineConfigurationLine(*m_state.hardware()) : QString();
 }
 
 QString ScreenData::machineModelLine() const

@@ -42,7 +42,7 @@ class ScreenData : public QObject
     Q_PROPERTY(QString machineSymbol READ machineSymbol NOTIFY changed)
     Q_PROPERTY(QString overviewTitle READ overviewTitle NOTIFY changed)
     Q_PROPERTY(QString modelYear READ modelYear NOTIFY changed)
-    Q_PROPERTY(QString machineSpecLine READ machineSpecLine NOTIFY changed)
+    Q_PROPERTY(QString machineConfigurationLine READ machineConfigurationLine NOTIFY changed)
     Q_PROPERTY(QString machineModelLine READ machineModelLine NOTIFY changed)
     // The configuration card's figures: a list of {label, value, tint} maps, tint a colour role.
     Q_PROPERTY(QVariantList configurationFigures READ configurationFigures NOTIFY changed)
@@ -83,7 +83,7 @@ public:
     QString machineSymbol() const;
     QString overviewTitle() const;
     QString modelYear() const;
-    QString machineSpecLine() const;
+    QString machineConfigurationLine() const;
     QString machineModelLine() const;
     QVariantList configurationFigures() const;
     BatteryFigures *batteryFigures() const { return m_batteryFigures; }

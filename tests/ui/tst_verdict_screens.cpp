@@ -396,7 +396,7 @@ private Q_SLOTS:
         // badge or detail lines.
         ScreenData *data = desktop.controller().data();
         QCOMPARE(data->overviewTitle(), u"Analyse du Mac…"_s);
-        QVERIFY(data->modelYear().isEmpty() && data->machineSpecLine().isEmpty() && data->machineModelLine().isEmpty());
+        QVERIFY(data->modelYear().isEmpty() && data->machineConfigurationLine().isEmpty() && data->machineModelLine().isEmpty());
         // Tall enough for every verdict row to take clicks without scrolling.
         desktop.window->resize(1000, 2400);
         QVERIFY(desktop.open(std::nullopt));

@@ -15,7 +15,7 @@ Rectangle {
     // Empty when unknown: no badge.
     required property string year
     // Empty while the machine is not known: the line is left out.
-    required property string specLine
+    required property string configurationLine
     required property string modelLine
 
     implicitHeight: content.implicitHeight + 44
@@ -98,9 +98,9 @@ Rectangle {
                 }
             }
             Label {
-                objectName: "machineSpecLine"
-                visible: root.specLine.length > 0
-                text: root.specLine
+                objectName: "machineConfigurationLine"
+                visible: root.configurationLine.length > 0
+                text: root.configurationLine
                 color: Theme.secondary
                 font.pixelSize: Theme.callout
                 elide: Text.ElideRight

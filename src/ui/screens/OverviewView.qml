@@ -26,7 +26,7 @@ ColumnLayout {
         symbol: root.screen.machineSymbol
         title: root.screen.overviewTitle
         year: root.screen.modelYear
-        specLine: root.screen.machineSpecLine
+        configurationLine: root.screen.machineConfigurationLine
         modelLine: root.screen.machineModelLine
         Layout.fillWidth: true
     }
