@@ -66,5 +66,8 @@ QImage SymbolProvider::render(const QString &name, const QSize &size, const QCol
     // Keep the drawing's coverage, replace its colours by the tint.
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), colour);
-    return image;
+    painter.end();
+    // An image that was painted on keeps its paint engine, with the stroker's buffers, for as
+    // long as it lives; the image cache keeps what it is given. Hand over the pixels alone.
+    return image.copy();
 }
