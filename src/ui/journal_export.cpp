@@ -4,16 +4,9 @@
 #include "ui/report_export.h"
 
 #include <QDir>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-
-} // namespace
 
 JournalExport::JournalExport(QObject *parent) : QObject(parent), m_reveal(&ReportExport::revealInFileManager)
 {
@@ -21,21 +14,7 @@ JournalExport::JournalExport(QObject *parent) : QObject(parent), m_reveal(&Repor
 
 QString JournalExport::writeFile(const QString &filePath, const QList<HistoryEntry> &entries)
 {
-    QSaveFile file(filePath);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    // The temporary file gets the owner-only rights before any byte is written to it.
-    file.setPermissions(ownerOnly);
-    const QByteArray bytes = HistoryCsv::exportBytes(entries);
-    if (file.write(bytes) != bytes.size()) {
-        const QString error = file.errorString();
-        file.cancelWriting();
-        return error;
-    }
-    if (!file.commit())
-        return file.errorString();
-    QFile::setPermissions(filePath, ownerOnly);
-    return QString();
+    return ReportExport::writeOwnerOnly(filePath, HistoryCsv::exportBytes(entries));
 }
 
 QString JournalExport::proposedFileName()

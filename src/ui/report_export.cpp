@@ -14,15 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace ReportExport {
 
-QString writeText(const QString &filePath, const QString &text)
+QString writeOwnerOnly(const QString &filePath, const QByteArray &bytes)
 {
     constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
     QSaveFile file(filePath);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
-    // The report holds the serial number: readable by its owner only, from the first byte on.
+    // The temporary file gets the owner-only rights before its first byte.
     file.setPermissions(ownerOnly);
-    const QByteArray bytes = text.toUtf8();
     if (file.write(bytes) != bytes.size()) {
         const QString error = file.errorString();
         file.cancelWriting();
@@ -32,6 +31,11 @@ QString writeText(const QString &filePath, const QString &text)
         return file.errorString();
     QFile::setPermissions(filePath, ownerOnly);
     return QString();
+}
+
+QString writeText(const QString &filePath, const QString &text)
+{
+    return writeOwnerOnly(filePath, text.toUtf8());
 }
 
 void revealInFileManager(const QString &filePath)
