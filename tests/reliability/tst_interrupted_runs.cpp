@@ -1,3 +1,4 @@
+#include "common/silent_platform.h"
 #include "common/test_main.h"
 
 #include "cli/bilan_run.h"
@@ -70,51 +71,6 @@ private:
     mutable QStringList m_started;
 };
 
-class NoRegistry final : public RegistrySource
-{
-public:
-    QList<PropertyDictionary> servicesOfClass(const QString &) const override { return {}; }
-    QList<PropertyDictionary> servicesNamed(const QString &) const override { return {}; }
-};
-
-class NoKernel final : public KernelSource
-{
-public:
-    std::optional<QByteArray> value(const QByteArray &) const override { return std::nullopt; }
-};
-
-class NoPowerSources final : public PowerSourceList
-{
-public:
-    QList<PropertyDictionary> descriptions() const override { return {}; }
-};
-
-class NoProcess final : public ProcessInformation
-{
-public:
-    QString hostName() const override { return {}; }
-    QString operatingSystemVersion() const override { return {}; }
-    ThermalState thermalState() const override { return ThermalState::unknown; }
-};
-
-class FixedClock final : public Clock
-{
-public:
-    QDateTime now() const override { return QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC); }
-};
-
-Platform platformWith(std::shared_ptr<const ProfilerSource> profiler)
-{
-    Platform platform;
-    platform.profiler = std::move(profiler);
-    platform.kernel = std::make_shared<NoKernel>();
-    platform.registry = std::make_shared<NoRegistry>();
-    platform.powerSources = std::make_shared<NoPowerSources>();
-    platform.process = std::make_shared<NoProcess>();
-    platform.clock = std::make_shared<FixedClock>();
-    return platform;
-}
-
 // The machine without a battery asks the profiler for the hardware, the storage and the
 // seven device sections at once; the battery collector stops before asking it.
 constexpr int runsOfAFullLoad = 9;
@@ -129,7 +85,7 @@ private Q_SLOTS:
     void endingTheStateEndsRunsThatNeverAnswer()
     {
         auto profiler = std::make_shared<NeverAnsweringProfiler>();
-        auto state = std::make_unique<AppState>(platformWith(profiler));
+        auto state = std::make_unique<AppState>(SilentPlatform::with(profiler));
         bool finished = false;
         state->loadEverything(false, [&finished] { finished = true; });
         QVERIFY(profiler->waitForWaitingRuns(runsOfAFullLoad));
@@ -148,7 +104,7 @@ private Q_SLOTS:
     void endingAnIdleStateCancelsNothing()
     {
         auto profiler = std::make_shared<NeverAnsweringProfiler>();
-        { AppState state(platformWith(profiler)); }
+        { AppState state(SilentPlatform::with(profiler)); }
         QVERIFY(!profiler->cancelled());
         QVERIFY(profiler->started().isEmpty());
     }
@@ -180,7 +136,7 @@ private Q_SLOTS:
         QTextStream outputStream(&output);
         QTextStream errorStream(&errors);
 
-        const int status = runBilan(options, platformWith(profiler), outputStream, errorStream);
+        const int status = runBilan(options, SilentPlatform::with(profiler), outputStream, errorStream);
         sender.join();
 
         QCOMPARE(status, exitStatus);

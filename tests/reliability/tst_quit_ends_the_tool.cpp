@@ -1,3 +1,4 @@
+#include "common/silent_platform.h"
 #include "common/test_main.h"
 
 #include "core/app_state.h"
@@ -12,39 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class NoRegistry final : public RegistrySource
-{
-public:
-    QList<PropertyDictionary> servicesOfClass(const QString &) const override { return {}; }
-    QList<PropertyDictionary> servicesNamed(const QString &) const override { return {}; }
-};
-
-class NoKernel final : public KernelSource
-{
-public:
-    std::optional<QByteArray> value(const QByteArray &) const override { return std::nullopt; }
-};
-
-class NoPowerSources final : public PowerSourceList
-{
-public:
-    QList<PropertyDictionary> descriptions() const override { return {}; }
-};
-
-class NoProcess final : public ProcessInformation
-{
-public:
-    QString hostName() const override { return {}; }
-    QString operatingSystemVersion() const override { return {}; }
-    ThermalState thermalState() const override { return ThermalState::unknown; }
-};
-
-class FixedClock final : public Clock
-{
-public:
-    QDateTime now() const override { return QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC); }
-};
 
 QStringList lines(const QString &path)
 {
@@ -81,13 +49,7 @@ private Q_SLOTS:
         script.close();
         QVERIFY(script.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner));
 
-        Platform platform;
-        platform.profiler = std::make_shared<MacProfilerSource>(tool);
-        platform.kernel = std::make_shared<NoKernel>();
-        platform.registry = std::make_shared<NoRegistry>();
-        platform.powerSources = std::make_shared<NoPowerSources>();
-        platform.process = std::make_shared<NoProcess>();
-        platform.clock = std::make_shared<FixedClock>();
+        const Platform platform = SilentPlatform::with(std::make_shared<MacProfilerSource>(tool));
         auto state = std::make_unique<AppState>(platform);
         state->loadEverything(false);
 

@@ -1,3 +1,4 @@
+#include "common/silent_platform.h"
 #include "common/test_main.h"
 
 #include "core/app_state.h"
@@ -66,30 +67,12 @@ public:
     mutable QHash<QString, int> lookups;
 };
 
-class NoKernel final : public KernelSource
-{
-public:
-    std::optional<QByteArray> value(const QByteArray &) const override { return std::nullopt; }
-};
-
-class NoPowerSources final : public PowerSourceList
-{
-public:
-    QList<PropertyDictionary> descriptions() const override { return {}; }
-};
-
 class PlainProcess final : public ProcessInformation
 {
 public:
     QString hostName() const override { return u"atelier.local"_s; }
     QString operatingSystemVersion() const override { return {}; }
     ThermalState thermalState() const override { return ThermalState::nominal; }
-};
-
-class FixedClock final : public Clock
-{
-public:
-    QDateTime now() const override { return QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC); }
 };
 
 const QStringList allDataTypes{u"SPHardwareDataType"_s,    u"SPSoftwareDataType"_s,  u"SPPowerDataType"_s,
@@ -113,10 +96,10 @@ class TestAppState : public QObject
         Platform platform;
         platform.profiler = m_profiler;
         platform.registry = m_registry;
-        platform.kernel = std::make_shared<NoKernel>();
-        platform.powerSources = std::make_shared<NoPowerSources>();
+        platform.kernel = std::make_shared<SilentPlatform::NoKernel>();
+        platform.powerSources = std::make_shared<SilentPlatform::NoPowerSources>();
         platform.process = std::make_shared<PlainProcess>();
-        platform.clock = std::make_shared<FixedClock>();
+        platform.clock = std::make_shared<SilentPlatform::FixedClock>();
         return platform;
     }
 
@@ -152,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(events.count(u"report"_s), 1);
         QCOMPARE(events.last(), u"stamp"_s);
         QCOMPARE(events.indexOf(u"report"_s), events.size() - 2);
-        QCOMPARE(state.lastRefresh(), FixedClock().now());
+        QCOMPARE(state.lastRefresh(), SilentPlatform::FixedClock().now());
     }
 
     void cachedSectionsAreNotLoadedAgain()
