@@ -14,11 +14,11 @@
 // Run it off-screen: QT_QPA_PLATFORM=offscreen.
 
 #include "core/app_section.h"
-#include "core/app_state.h"
 #include "platform/factory/platform_factory.h"
-#include "ui/main_window_controller.h"
-#include "ui/quillon_app.h"
-#include "ui/theme.h"
+#include "state/app_state.h"
+#include "ui/app/main_window_controller.h"
+#include "ui/app/quillon_app.h"
+#include "ui/theme/theme.h"
 
 #include "child_process.h"
 

@@ -2,8 +2,8 @@
 
 #include "collectors/battery_service.h"
 #include "core/app_section.h"
-#include "core/app_state.h"
 #include "records/report_builder.h"
+#include "state/app_state.h"
 
 #include <QEventLoop>
 

@@ -7,9 +7,9 @@
 #include "collectors/hardware_service.h"
 #include "collectors/inventory_service.h"
 #include "core/app_section.h"
-#include "core/app_state.h"
 #include "diagnostics/diagnostics_service.h"
 #include "sources/system_profiler.h"
+#include "state/app_state.h"
 
 #include <QEventLoop>
 #include <QHash>

@@ -31,6 +31,22 @@ function(quillon_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LIBS})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     quillon_settings(${name})
+    add_dependencies(${name} quillon_layers)
+endfunction()
+
+# Checks the layers again whenever a source file changes, so that an include added since the
+# last configure still stops the build.
+function(quillon_layer_check_target)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS
+        "${PROJECT_SOURCE_DIR}/src/*.h" "${PROJECT_SOURCE_DIR}/src/*.cpp" "${PROJECT_SOURCE_DIR}/src/*.mm")
+    set(stamp "${PROJECT_BINARY_DIR}/quillon-layers.stamp")
+    add_custom_command(OUTPUT "${stamp}"
+        COMMAND "${CMAKE_COMMAND}" "-DQUILLON_SOURCE_DIR=${PROJECT_SOURCE_DIR}/src" "-DQUILLON_STAMP=${stamp}"
+                -P "${PROJECT_SOURCE_DIR}/cmake/QuillonLayers.cmake"
+        DEPENDS ${sources} "${PROJECT_SOURCE_DIR}/cmake/QuillonLayers.cmake"
+        COMMENT "Checking that each layer includes only the layers below it"
+        VERBATIM)
+    add_custom_target(quillon_layers DEPENDS "${stamp}")
 endfunction()
 
 # quillon_test(name SOURCES ... LIBS ...): one Qt Test executable registered with CTest,

@@ -4,12 +4,12 @@
 #include "cli/live_readings.h"
 #include "collectors/app_info.h"
 #include "collectors/battery_service.h"
-#include "core/app_state.h"
 #include "platform/capture/capture_writer.h"
 #include "platform/factory/platform_factory.h"
 #include "records/history.h"
 #include "records/report_builder.h"
 #include "records/workshop_settings.h"
+#include "state/app_state.h"
 
 #include <QEventLoop>
 #include <QSaveFile>

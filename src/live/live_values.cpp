@@ -1,8 +1,6 @@
 #include "live/live_values.h"
 
 #include "core/formatting.h"
-#include "live/cpu_monitor.h"
-#include "live/lid_angle_monitor.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,9 +34,4 @@ LiveValues liveValues(std::optional<int> lidAngle, std::optional<double> process
 {
     return LiveValues{LiveText::angle(lidAngle), LiveText::load(processorLoad), processorLoad,
                       LiveText::temperature(processorTemperature)};
-}
-
-LiveValues liveValues(const LidAngleMonitor &lid, const CPUMonitor &cpu)
-{
-    return liveValues(lid.angle(), cpu.load(), cpu.temperature());
 }

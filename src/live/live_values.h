@@ -4,9 +4,6 @@
 
 #include <optional>
 
-class CPUMonitor;
-class LidAngleMonitor;
-
 // The current live readings as the screens and the text report show them. The main view
 // builds a fresh one from the lid-angle and processor monitors every time it redraws.
 struct LiveValues
@@ -38,5 +35,3 @@ std::optional<QString> temperature(std::optional<double> celsius);
 // The live values of these readings.
 LiveValues liveValues(std::optional<int> lidAngle, std::optional<double> processorLoad,
                       std::optional<double> processorTemperature);
-// The live values the monitors publish now (main thread).
-LiveValues liveValues(const LidAngleMonitor &lid, const CPUMonitor &cpu);

@@ -40,13 +40,13 @@ private Q_SLOTS:
     // "PMU tdie1", 40 and 46. Zero and negative readings are not temperatures.
     void processorTemperature()
     {
-        const auto sensors = ThermalSensors::create(std::make_unique<Services>(
-            Products{u"PMU tdev1"_s, u"PMU tdie3"_s, u"pmu tdie1"_s, u"PMU tdie1"_s, std::nullopt, u" PMU tdie2"_s,
-                     u"PMU tdie4"_s, u"PMU tdie5"_s},
-            Readings{90.0, 40.0, 10.0, 46.0, 80.0, 70.0, 0.0, -5.0}));
+        const auto sensors = ThermalSensors::create(
+            std::make_unique<Services>(Products { u"PMU tdev1"_s, u"PMU tdie3"_s, u"pmu tdie1"_s, u"PMU tdie1"_s,
+                                           std::nullopt, u" PMU tdie2"_s, u"PMU tdie4"_s, u"PMU tdie5"_s },
+                Readings { 90.0, 40.0, 10.0, 46.0, 80.0, 70.0, 0.0, -5.0 }));
         QVERIFY(sensors);
         QCOMPARE(text(sensors->processorTemperature()), u"43"_s);
-        QVERIFY(!ThermalSensors::create(std::make_unique<Services>(Products{u"PMU tdev1"_s}, Readings{40.0})));
+        QVERIFY(!ThermalSensors::create(std::make_unique<Services>(Products { u"PMU tdev1"_s }, Readings { 40.0 })));
     }
 
     void lidAngle_data()
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, report);
         QFETCH(int, status);
         QFETCH(QString, angle);
-        QCOMPARE(text(LidAngleSensor::angleFromReport(HidReport{status, QByteArray::fromHex(report)})), angle);
+        QCOMPARE(text(LidAngleSensor::angleFromReport(HidReport { status, QByteArray::fromHex(report) })), angle);
     }
 
     void ticksWidenBeforeAdding()
@@ -75,7 +75,7 @@ private Q_SLOTS:
         // Counters are {user, system, idle, nice}. 4 294 967 295 × 2 + 2 = 8 589 934 592.
         LiveCapture capture(R"({"cpuTicks": [[[100, 20, 900, 3], [4294967295, 4294967295, 7, 2]]]})");
         QCOMPARE(ProcessorLoad::sample(capture.platform.processorTicks().get()),
-                 (TickList{{123, 900}, {8589934592ull, 7}}));
+            (TickList { { 123, 900 }, { 8589934592ull, 7 } }));
     }
 
     void usage_data()
@@ -83,15 +83,19 @@ private Q_SLOTS:
         QTest::addColumn<TickList>("from");
         QTest::addColumn<TickList>("to");
         QTest::addColumn<QList<double>>("fractions");
-        QTest::newRow("a quarter busy") << TickList{{100, 300}} << TickList{{200, 600}} << QList<double>{0.25};
+        QTest::newRow("a quarter busy") << TickList { { 100, 300 } } << TickList { { 200, 600 } }
+                                        << QList<double> { 0.25 };
         QTest::newRow("counters did not move")
-            << TickList{{500, 500}, {1, 1}} << TickList{{500, 500}, {2, 3}} << QList<double>{0.0, 1.0 / 3.0};
-        QTest::newRow("shorter second reading") << TickList{{0, 0}, {0, 0}} << TickList{{1, 1}} << QList<double>{0.5};
+            << TickList { { 500, 500 }, { 1, 1 } } << TickList { { 500, 500 }, { 2, 3 } }
+            << QList<double> { 0.0, 1.0 / 3.0 };
+        QTest::newRow("shorter second reading")
+            << TickList { { 0, 0 }, { 0, 0 } } << TickList { { 1, 1 } } << QList<double> { 0.5 };
         // 5 − 10 wraps to 2⁶⁴ − 5; beside it 100 idle ticks vanish in a double.
-        QTest::newRow("busy counter went back") << TickList{{10, 0}} << TickList{{5, 100}} << QList<double>{1.0};
+        QTest::newRow("busy counter went back")
+            << TickList { { 10, 0 } } << TickList { { 5, 100 } } << QList<double> { 1.0 };
         // 2⁶⁴ − 5 idle ticks beside 50 busy ones: 50 / 2⁶⁴ in doubles.
         QTest::newRow("idle counter went back")
-            << TickList{{0, 10}} << TickList{{50, 5}} << QList<double>{50.0 / 18446744073709551616.0};
+            << TickList { { 0, 10 } } << TickList { { 50, 5 } } << QList<double> { 50.0 / 18446744073709551616.0 };
     }
 
     void usage()
@@ -128,10 +132,11 @@ private Q_SLOTS:
         monitor.start(); // the first reading after a restart is not compared with the last one
         monitor.readNow(); // the same reading again: counters that did not move read 0
         settle(monitor);
-        QCOMPARE(*loads, (QStringList{u"25 %"_s, u"50 %"_s, u"0 %"_s}));
-        QCOMPARE(perCore, (QList<QList<double>>{{0.1, 0.2, 0.3, 0.4}, {0.75, 0.25}, {0.0, 0.0}}));
-        QCOMPARE(*temperatures, (QStringList{u"52 °C"_s, u"-"_s, u"42 °C"_s}));
-        QCOMPARE(liveValues(lid, monitor), (LiveValues{std::nullopt, u"0 %"_s, 0.0, u"42 °C"_s}));
+        QCOMPARE(*loads, (QStringList { u"25 %"_s, u"50 %"_s, u"0 %"_s }));
+        QCOMPARE(perCore, (QList<QList<double>> { { 0.1, 0.2, 0.3, 0.4 }, { 0.75, 0.25 }, { 0.0, 0.0 } }));
+        QCOMPARE(*temperatures, (QStringList { u"52 °C"_s, u"-"_s, u"42 °C"_s }));
+        QCOMPARE(liveValues(lid.angle(), monitor.load(), monitor.temperature()),
+            (LiveValues { std::nullopt, u"0 %"_s, 0.0, u"42 °C"_s }));
     }
 
     void cpuWithoutTemperatureService()
@@ -162,7 +167,7 @@ private Q_SLOTS:
         monitor.stop();
         monitor.start(); // the seventh reading is the first report again
         settle(monitor);
-        QCOMPARE(*log, (QStringList{u"118°"_s, u"-"_s, u"118°"_s, u"-"_s, u"0°"_s, u"118°"_s}));
+        QCOMPARE(*log, (QStringList { u"118°"_s, u"-"_s, u"118°"_s, u"-"_s, u"0°"_s, u"118°"_s }));
         QCOMPARE(made.load(), 1); // looked for once, not after the restart
     }
 
@@ -172,12 +177,13 @@ private Q_SLOTS:
         QTest::addColumn<Snapshots>("readings");
         QTest::addColumn<QStringList>("published"); // charge levels
         QTest::addColumn<bool>("available");
-        const auto charging = [](int percent) { return std::optional(BatterySnapshot{percent, true, true}); };
-        QTest::newRow("desktop: gives up at the second reading") << Snapshots{} << QStringList{u"-"_s} << false;
+        const auto charging = [](int percent) { return std::optional(BatterySnapshot { percent, true, true }); };
+        QTest::newRow("desktop: gives up at the second reading") << Snapshots {} << QStringList { u"-"_s } << false;
         QTest::newRow("every reading published, even unchanged")
-            << Snapshots{charging(80), charging(80), charging(81)} << QStringList{u"80"_s, u"80"_s, u"81"_s} << true;
+            << Snapshots { charging(80), charging(80), charging(81) } << QStringList { u"80"_s, u"80"_s, u"81"_s }
+            << true;
         QTest::newRow("battery lost: the last reading stays")
-            << Snapshots{charging(64)} << QStringList{u"64"_s} << false;
+            << Snapshots { charging(64) } << QStringList { u"64"_s } << false;
     }
 
     void battery()
@@ -213,19 +219,19 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("processor"); // loads and temperatures, as published
         QTest::addColumn<bool>("problemNoted");
         QTest::newRow("lid reports that are not clean hex text left out")
-            << QByteArray(R"({"lidAngleReports": ["017a0", "017600", "zz7a00", "01 7a 00", 122, null, "015a00"]})")
-            << 3 << QStringList{u"118°"_s, u"90°"_s, u"118°"_s} << QStringList() << true;
+            << QByteArray(R"({"lidAngleReports": ["017a0", "017600", "zz7a00", "01 7a 00", 122, null, "015a00"]})") << 3
+            << QStringList { u"118°"_s, u"90°"_s, u"118°"_s } << QStringList() << true;
         // Busy 2 and idle 1 between the two good samples: 66.7 %.
         QTest::newRow("tick samples with a bad counter left out")
             << QByteArray(R"({"cpuTicks": [[[1, 0, 3, 0]], [[2, 0, 0]], [[2, 0, 0, 0, 0]], [[3, 0, -1, 0]],)"
                           R"( [[4, 0.5, 0, 0]], [["5", 0, 0, 0]], [[4294967296, 0, 0, 0]], [[6, 0, 0, 0], "x"],)"
                           R"( [[2, 1, 4, 0]]]})")
-            << 2 << QStringList() << QStringList{u"67 %"_s} << true;
+            << 2 << QStringList() << QStringList { u"67 %"_s } << true;
         // Zero and negative readings are not temperatures; a sensor missing from a shorter sample
         // gave no event; a sample that is not all numbers is left out.
         QTest::newRow("temperatures in order, then again")
             << QByteArray(R"({"dieTemperatures": [[41.5, 0.0, 43.5], [40.0, -1.0], [38.0, "hot"], [39.0], [0.0]]})")
-            << 5 << QStringList() << QStringList{u"42.5"_s, u"40"_s, u"39"_s, u"-"_s, u"42.5"_s} << true;
+            << 5 << QStringList() << QStringList { u"42.5"_s, u"40"_s, u"39"_s, u"-"_s, u"42.5"_s } << true;
         QTest::newRow("no live.json") << QByteArray() << 2 << QStringList() << QStringList() << false;
         QTest::newRow("members of the wrong kind")
             << QByteArray(R"({"cpuTicks": {}, "dieTemperatures": 41.5, "lidAngleReports": "017a00"})") << 2
@@ -279,7 +285,7 @@ private Q_SLOTS:
         cpu.start();
         cpu.readNow();
         settle(cpu);
-        QCOMPARE(*temperatures, (QStringList{u"43 °C"_s, u"42 °C"_s}));
+        QCOMPARE(*temperatures, (QStringList { u"43 °C"_s, u"42 °C"_s }));
         QCOMPARE(cpu.perCoreLoad().first(), 0.04);
         const double quietLoad = cpu.load().value_or(1.0);
         // The recorded minute has a burst of work around its thirtieth second.
@@ -292,14 +298,14 @@ private Q_SLOTS:
         LidAngleMonitor lid(platform, 5ms);
         const auto angles = logOf(lid, &LidAngleMonitor::angleChanged, &LidAngleMonitor::formatted);
         lid.start();
-        QTRY_COMPARE_WITH_TIMEOUT(*angles, (QStringList{u"110°"_s, u"118°"_s}), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(*angles, (QStringList { u"110°"_s, u"118°"_s }), 5000);
 
         // The sample Mac's battery: 87 %, charging on its adapter, full in 75 minutes, 3127
         // hundredths of a degree.
         BatteryMonitor battery(platform);
         battery.start();
         settle(battery);
-        QCOMPARE(battery.snapshot(), std::optional(BatterySnapshot{87, true, true, false, u"1 h 15 min"_s, 31.27}));
+        QCOMPARE(battery.snapshot(), std::optional(BatterySnapshot { 87, true, true, false, u"1 h 15 min"_s, 31.27 }));
     }
 };
 

@@ -3,7 +3,7 @@
 
 #include "cli/bilan_run.h"
 #include "cli/interruption.h"
-#include "core/app_state.h"
+#include "state/app_state.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -40,7 +40,7 @@ public:
             ++m_gaveUp;
         m_changed.notify_all();
         // What a tool ended by a kill gives: a failed run.
-        return ProcessOutput{true, {}, 9, {}};
+        return ProcessOutput { true, {}, 9, {} };
     }
 
     void cancelAll() const override
@@ -57,10 +57,26 @@ public:
         return m_changed.wait_for(lock, std::chrono::minutes(1), [&] { return m_waiting == count; });
     }
 
-    int waiting() const { std::lock_guard lock(m_mutex); return m_waiting; }
-    int gaveUp() const { std::lock_guard lock(m_mutex); return m_gaveUp; }
-    bool cancelled() const { std::lock_guard lock(m_mutex); return m_cancelled; }
-    QStringList started() const { std::lock_guard lock(m_mutex); return m_started; }
+    int waiting() const
+    {
+        std::lock_guard lock(m_mutex);
+        return m_waiting;
+    }
+    int gaveUp() const
+    {
+        std::lock_guard lock(m_mutex);
+        return m_gaveUp;
+    }
+    bool cancelled() const
+    {
+        std::lock_guard lock(m_mutex);
+        return m_cancelled;
+    }
+    QStringList started() const
+    {
+        std::lock_guard lock(m_mutex);
+        return m_started;
+    }
 
 private:
     mutable std::mutex m_mutex;
@@ -104,7 +120,9 @@ private Q_SLOTS:
     void endingAnIdleStateCancelsNothing()
     {
         auto profiler = std::make_shared<NeverAnsweringProfiler>();
-        { AppState state(SilentPlatform::with(profiler)); }
+        {
+            AppState state(SilentPlatform::with(profiler));
+        }
         QVERIFY(!profiler->cancelled());
         QVERIFY(profiler->started().isEmpty());
     }

@@ -1,8 +1,8 @@
 #include "common/silent_platform.h"
 #include "common/test_main.h"
 
-#include "core/app_state.h"
 #include "platform/macos/mac_profiler_source.h"
+#include "state/app_state.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -65,7 +65,7 @@ private Q_SLOTS:
             QVERIFY2(!processExists(pid.toLongLong()), qPrintable(u"the tool %1 still runs"_s.arg(pid)));
         // No run starts the tool once the runs have been ended.
         QCOMPARE(lines(pids), started);
-        QCOMPARE(platform.profiler->run({u"-json"_s, u"SPUSBDataType"_s}).started, false);
+        QCOMPARE(platform.profiler->run({ u"-json"_s, u"SPUSBDataType"_s }).started, false);
     }
 };
 

@@ -1,8 +1,8 @@
 #include "common/silent_platform.h"
 #include "common/test_main.h"
 
-#include "core/app_state.h"
 #include "platform/capture/capture_platform.h"
+#include "state/app_state.h"
 
 #include <QMutex>
 #include <QSemaphore>
@@ -30,8 +30,8 @@ public:
             gate->acquire();
         QMutexLocker lock(&mutex);
         if (failing.contains(type))
-            return {true, {}, 1, {}};
-        return {true, {}, 0, u"{\"%1\": []}"_s.arg(type).toUtf8()};
+            return { true, {}, 1, {} };
+        return { true, {}, 0, u"{\"%1\": []}"_s.arg(type).toUtf8() };
     }
 
     int runCount(const QString &type) const
@@ -75,10 +75,9 @@ public:
     ThermalState thermalState() const override { return ThermalState::nominal; }
 };
 
-const QStringList allDataTypes{u"SPHardwareDataType"_s,    u"SPSoftwareDataType"_s,  u"SPPowerDataType"_s,
-                               u"SPStorageDataType"_s,     u"SPDisplaysDataType"_s,  u"SPUSBDataType"_s,
-                               u"SPThunderboltDataType"_s, u"SPBluetoothDataType"_s, u"SPNetworkDataType"_s,
-                               u"SPAudioDataType"_s,       u"SPCameraDataType"_s};
+const QStringList allDataTypes { u"SPHardwareDataType"_s, u"SPSoftwareDataType"_s, u"SPPowerDataType"_s,
+    u"SPStorageDataType"_s, u"SPDisplaysDataType"_s, u"SPUSBDataType"_s, u"SPThunderboltDataType"_s,
+    u"SPBluetoothDataType"_s, u"SPNetworkDataType"_s, u"SPAudioDataType"_s, u"SPCameraDataType"_s };
 
 } // namespace
 

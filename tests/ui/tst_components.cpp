@@ -4,8 +4,8 @@
 #include "live/cpu_monitor.h"
 #include "live/lid_angle_monitor.h"
 #include "records/workshop_settings.h"
-#include "ui/device_list_model.h"
-#include "ui/theme.h"
+#include "ui/models/device_list_model.h"
+#include "ui/theme/theme.h"
 
 #include <QFile>
 #include <QQmlComponent>

@@ -3,9 +3,9 @@
 #include "live/cpu_monitor.h"
 #include "live/lid_angle_monitor.h"
 #include "records/history.h"
-#include "ui/detail_presentation.h"
-#include "ui/journal_export.h"
-#include "ui/theme.h"
+#include "ui/export/journal_export.h"
+#include "ui/presentation/detail_presentation.h"
+#include "ui/theme/theme.h"
 
 #include <QFile>
 

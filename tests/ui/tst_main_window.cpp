@@ -5,7 +5,7 @@
 #include "live/lid_angle_monitor.h"
 #include "records/history.h"
 #include "records/workshop_settings.h"
-#include "ui/report_export.h"
+#include "ui/export/report_export.h"
 
 #include <QFile>
 #include <QStringDecoder>

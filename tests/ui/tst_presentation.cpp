@@ -1,9 +1,9 @@
 #include "ui_test_support.h"
 
-#include "ui/device_list_model.h"
-#include "ui/presentation.h"
-#include "ui/section_list_model.h"
-#include "ui/theme.h"
+#include "ui/models/device_list_model.h"
+#include "ui/models/section_list_model.h"
+#include "ui/presentation/presentation.h"
+#include "ui/theme/theme.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

@@ -3,8 +3,8 @@
 #include "core/app_section.h"
 #include "core/built_in_components.h"
 #include "diagnostics/diagnostics_report.h"
-#include "ui/symbol_provider.h"
-#include "ui/symbol_table.h"
+#include "ui/symbols/symbol_provider.h"
+#include "ui/symbols/symbol_table.h"
 
 #include <QDirIterator>
 #include <QFile>

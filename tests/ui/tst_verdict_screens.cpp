@@ -1,11 +1,11 @@
 #include "ui_test_support.h"
 
 #include "core/byte_format.h"
-#include "ui/battery_presentation.h"
-#include "ui/check_list_model.h"
-#include "ui/overview_presentation.h"
-#include "ui/presentation.h"
-#include "ui/verdict_presentation.h"
+#include "ui/models/check_list_model.h"
+#include "ui/presentation/battery_presentation.h"
+#include "ui/presentation/overview_presentation.h"
+#include "ui/presentation/presentation.h"
+#include "ui/presentation/verdict_presentation.h"
 
 #include <QAbstractItemModelTester>
 
@@ -396,7 +396,8 @@ private Q_SLOTS:
         // badge or detail lines.
         ScreenData *data = desktop.controller().data();
         QCOMPARE(data->overviewTitle(), u"Analyse du Mac…"_s);
-        QVERIFY(data->modelYear().isEmpty() && data->machineConfigurationLine().isEmpty() && data->machineModelLine().isEmpty());
+        QVERIFY(data->modelYear().isEmpty() && data->machineConfigurationLine().isEmpty()
+            && data->machineModelLine().isEmpty());
         // Tall enough for every verdict row to take clicks without scrolling.
         desktop.window->resize(1000, 2400);
         QVERIFY(desktop.open(std::nullopt));

@@ -2,10 +2,10 @@
 
 #include "common/test_main.h"
 
-#include "core/app_state.h"
 #include "platform/factory/platform_factory.h"
-#include "ui/main_window_controller.h"
-#include "ui/quillon_app.h"
+#include "state/app_state.h"
+#include "ui/app/main_window_controller.h"
+#include "ui/app/quillon_app.h"
 
 #include <QDir>
 #include <QGuiApplication>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "live/live_values.h"
-#include "ui/battery_figures.h"
-#include "ui/check_list_model.h"
+#include "ui/models/check_list_model.h"
+#include "ui/presentation/battery_figures.h"
 
 #include <QObject>
 #include <QString>

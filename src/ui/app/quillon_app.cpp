@@ -1,13 +1,13 @@
-#include "ui/quillon_app.h"
+#include "ui/app/quillon_app.h"
 
-#include "core/app_state.h"
 #include "live/battery_monitor.h"
 #include "live/cpu_monitor.h"
 #include "live/lid_angle_monitor.h"
 #include "records/history.h"
 #include "records/workshop_settings.h"
-#include "ui/main_window_controller.h"
-#include "ui/symbol_provider.h"
+#include "state/app_state.h"
+#include "ui/app/main_window_controller.h"
+#include "ui/symbols/symbol_provider.h"
 
 #include <QQmlApplicationEngine>
 #include <QSettings>

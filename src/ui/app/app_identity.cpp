@@ -1,8 +1,8 @@
-#include "ui/app_identity.h"
+#include "ui/app/app_identity.h"
 
 #include "collectors/app_info.h"
 #include "records/report_builder.h"
-#include "ui/presentation.h"
+#include "ui/presentation/presentation.h"
 
 #include <QDesktopServices>
 #include <QGuiApplication>

@@ -1,6 +1,5 @@
-#include "ui/main_window_controller.h"
+#include "ui/app/main_window_controller.h"
 
-#include "core/app_state.h"
 #include "core/texts.h"
 #include "live/battery_monitor.h"
 #include "live/cpu_monitor.h"
@@ -9,8 +8,9 @@
 #include "records/history.h"
 #include "records/report_builder.h"
 #include "records/workshop_settings.h"
-#include "ui/presentation.h"
-#include "ui/report_export.h"
+#include "state/app_state.h"
+#include "ui/export/report_export.h"
+#include "ui/presentation/presentation.h"
 
 #include <QDir>
 #include <QPointer>
@@ -44,7 +44,8 @@ MainWindowController::MainWindowController(Shared shared, QObject *parent)
 
 void MainWindowController::updateLive()
 {
-    const LiveValues current = liveValues(m_lidAngleMonitor, m_processorMonitor);
+    const LiveValues current
+        = liveValues(m_lidAngleMonitor.angle(), m_processorMonitor.load(), m_processorMonitor.temperature());
     if (current == m_live)
         return;
     m_live = current;
@@ -224,7 +225,7 @@ QString MainWindowController::buildReportText() const
     contents.volumes = m_state.volumes();
     contents.inventory = m_state.inventory();
     contents.report = m_state.report();
-    contents.live = liveValues(m_lidAngleMonitor, m_processorMonitor);
+    contents.live = liveValues(m_lidAngleMonitor.angle(), m_processorMonitor.load(), m_processorMonitor.temperature());
     contents.workshop = m_workshop.header();
     return ReportBuilder::build(contents, ReportStamp::ofThisApplication(m_state.platform().clock->now()));
 }

@@ -1,6 +1,6 @@
-#include "ui/device_list_model.h"
+#include "ui/models/device_list_model.h"
 
-#include "ui/presentation.h"
+#include "ui/presentation/presentation.h"
 
 #include <QVariantMap>
 

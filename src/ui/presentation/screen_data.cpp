@@ -1,10 +1,10 @@
-#include "ui/screen_data.h"
+#include "ui/presentation/screen_data.h"
 
-#include "core/app_state.h"
 #include "core/byte_format.h"
-#include "ui/overview_presentation.h"
-#include "ui/presentation.h"
-#include "ui/verdict_presentation.h"
+#include "state/app_state.h"
+#include "ui/presentation/overview_presentation.h"
+#include "ui/presentation/presentation.h"
+#include "ui/presentation/verdict_presentation.h"
 
 using namespace Qt::StringLiterals;
 

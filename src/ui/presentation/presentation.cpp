@@ -1,7 +1,7 @@
-#include "ui/presentation.h"
+#include "ui/presentation/presentation.h"
 
 #include "core/texts.h"
-#include "ui/verdict_presentation.h"
+#include "ui/presentation/verdict_presentation.h"
 
 #include <QVariantMap>
 

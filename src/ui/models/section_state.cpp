@@ -1,6 +1,6 @@
-#include "ui/section_state.h"
+#include "ui/models/section_state.h"
 
-#include "core/app_state.h"
+#include "state/app_state.h"
 
 SectionState::SectionState(AppSection section, const AppState &state, QObject *parent)
     : QObject(parent), m_section(section), m_state(state)

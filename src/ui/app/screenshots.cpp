@@ -8,15 +8,15 @@
 // its journal every Mac shot before it. Run it off-screen: QT_QPA_PLATFORM=offscreen.
 
 #include "core/app_section.h"
-#include "core/app_state.h"
 #include "live/cpu_monitor.h"
 #include "live/lid_angle_monitor.h"
 #include "platform/factory/platform_factory.h"
 #include "records/history.h"
 #include "records/workshop_settings.h"
-#include "ui/main_window_controller.h"
-#include "ui/quillon_app.h"
-#include "ui/theme.h"
+#include "state/app_state.h"
+#include "ui/app/main_window_controller.h"
+#include "ui/app/quillon_app.h"
+#include "ui/theme/theme.h"
 
 #include <QDir>
 #include <QElapsedTimer>

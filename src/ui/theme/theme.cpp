@@ -1,6 +1,6 @@
-#include "ui/theme.h"
+#include "ui/theme/theme.h"
 
-#include "ui/symbol_provider.h"
+#include "ui/symbols/symbol_provider.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,4 +1,4 @@
-#include "core/app_state.h"
+#include "state/app_state.h"
 
 #include "collectors/battery_service.h"
 #include "collectors/hardware_service.h"

@@ -1,6 +1,6 @@
-#include "ui/symbol_provider.h"
+#include "ui/symbols/symbol_provider.h"
 
-#include "ui/symbol_table.h"
+#include "ui/symbols/symbol_table.h"
 
 #include <QPainter>
 #include <QSvgRenderer>

@@ -1,4 +1,4 @@
-#include "ui/verdict_presentation.h"
+#include "ui/presentation/verdict_presentation.h"
 
 #include "core/formatting.h"
 #include "core/texts.h"

@@ -1,4 +1,4 @@
-#include "ui/detail_presentation.h"
+#include "ui/presentation/detail_presentation.h"
 
 #include "core/byte_format.h"
 #include "core/texts.h"

@@ -1,4 +1,4 @@
-#include "ui/section_list_model.h"
+#include "ui/models/section_list_model.h"
 
 SectionListModel::SectionListModel(QObject *parent) : QAbstractListModel(parent), m_sections(AppSections::allCases())
 {

@@ -1,7 +1,7 @@
-#include "ui/journal_export.h"
+#include "ui/export/journal_export.h"
 
 #include "records/history.h"
-#include "ui/report_export.h"
+#include "ui/export/report_export.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -2,9 +2,9 @@
 
 #include "core/app_section.h"
 #include "live/live_values.h"
-#include "ui/screen_data.h"
-#include "ui/section_list_model.h"
-#include "ui/section_state.h"
+#include "ui/models/section_list_model.h"
+#include "ui/models/section_state.h"
+#include "ui/presentation/screen_data.h"
 
 #include <QHash>
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "ui/overview_presentation.h"
+#include "ui/presentation/overview_presentation.h"
 
 #include "core/byte_format.h"
 #include "core/texts.h"

@@ -1,4 +1,4 @@
-#include "ui/report_export.h"
+#include "ui/export/report_export.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

@@ -1,4 +1,4 @@
-#include "ui/symbol_table.h"
+#include "ui/symbols/symbol_table.h"
 
 #include <QHash>
 

@@ -1,13 +1,13 @@
-#include "ui/detail_screens.h"
+#include "ui/presentation/detail_screens.h"
 
-#include "core/app_state.h"
 #include "core/byte_format.h"
 #include "live/cpu_monitor.h"
 #include "live/lid_angle_monitor.h"
 #include "records/history.h"
-#include "ui/detail_presentation.h"
-#include "ui/main_window_controller.h"
-#include "ui/presentation.h"
+#include "state/app_state.h"
+#include "ui/app/main_window_controller.h"
+#include "ui/presentation/detail_presentation.h"
+#include "ui/presentation/presentation.h"
 
 #include <QUuid>
 #include <QVariantMap>

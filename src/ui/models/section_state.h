@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/app_section.h"
-#include "ui/device_list_model.h"
+#include "ui/models/device_list_model.h"
 
 #include <QObject>
 #include <QString>

@@ -1,8 +1,8 @@
-#include "ui/battery_figures.h"
+#include "ui/presentation/battery_figures.h"
 
-#include "core/app_state.h"
-#include "ui/battery_presentation.h"
-#include "ui/presentation.h"
+#include "state/app_state.h"
+#include "ui/presentation/battery_presentation.h"
+#include "ui/presentation/presentation.h"
 
 using namespace Qt::StringLiterals;
 

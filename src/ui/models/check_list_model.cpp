@@ -1,6 +1,6 @@
-#include "ui/check_list_model.h"
+#include "ui/models/check_list_model.h"
 
-#include "ui/verdict_presentation.h"
+#include "ui/presentation/verdict_presentation.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "ui/battery_presentation.h"
+#include "ui/presentation/battery_presentation.h"
 
 #include "core/texts.h"
 

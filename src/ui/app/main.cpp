@@ -1,6 +1,6 @@
 #include "platform/factory/platform_factory.h"
-#include "ui/quillon_app.h"
-#include "ui/theme.h"
+#include "ui/app/quillon_app.h"
+#include "ui/theme/theme.h"
 
 #include <QGuiApplication>
 #include <QLibraryInfo>
