@@ -95,9 +95,11 @@ DeviceNode deviceNode(const QString &name, const PropertyDictionary &device, boo
 }
 
 // Each group is sorted by name on its own, so connected devices stay ahead of the others.
+// The order is French whatever the process locale: under a bare shell's C locale the default
+// collator would put "Écouteurs" after "magic Keyboard".
 void sortByName(QList<DeviceNode> &nodes)
 {
-    QCollator collator{QLocale()};
+    QCollator collator{QLocale(QLocale::French, QLocale::France)};
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::stable_sort(nodes.begin(), nodes.end(), [&collator](const DeviceNode &a, const DeviceNode &b) {
         return collator.compare(a.name, b.name) < 0;

@@ -80,12 +80,16 @@ QByteArray bluetoothDevice(const QByteArray &properties)
     return R"({"device_connected": [{"Appareil": )" + properties + "}]}";
 }
 
-// The names of the Bluetooth nodes, in order.
+// The names of the Bluetooth nodes, in order, read under the C locale of a bare shell
+// (LC_ALL=C.UTF-8): the French order must not depend on the process locale.
 QStringList order(const QByteArray &items)
 {
+    const QLocale pinned;
+    QLocale::setDefault(QLocale::c());
     QStringList names;
     for (const DeviceNode &node : nodesIn(AppSection::bluetooth, items))
         names.append(node.name);
+    QLocale::setDefault(pinned);
     return {names.join(u", "_s)};
 }
 
