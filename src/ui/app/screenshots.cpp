@@ -1,11 +1,12 @@
-// quillon-screenshots OUTDIR [--light-only]
+// quillon-screenshots [options] FOLDER
 //
 // Renders every section of the recorded Macs (the built-in sample, the one whose profiler
 // answers fail, the desktop without battery, the worn battery, the nearly full disk) at the
 // default window size (1000 × 700) and at the minimum size (820 × 560), in the light and
-// dark appearances, plus the About and settings windows, as PNG files in OUTDIR. The journal
+// dark appearances, plus the About and settings windows, as PNG files in FOLDER. The journal
 // page is shot empty with the desktop and full with the sample, which goes last and finds in
-// its journal every Mac shot before it. Run it off-screen: QT_QPA_PLATFORM=offscreen.
+// its journal every Mac shot before it. `--readme` makes the README's pictures instead.
+// Run it off-screen: QT_QPA_PLATFORM=offscreen.
 
 #include "core/app_section.h"
 #include "live/cpu_monitor.h"
@@ -18,6 +19,7 @@
 #include "ui/app/quillon_app.h"
 #include "ui/theme/theme.h"
 
+#include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -128,7 +130,8 @@ bool save(QQuickWindow *window, const QString &path)
     return true;
 }
 
-bool shootCapture(const QString &capture, bool dark, const QDir &out, JournalShot journal, QList<CheckedMac> &checked)
+bool shootCapture(const QString &capture, const QList<Size> &sizes, bool dark, const QDir &out, JournalShot journal,
+                  QList<CheckedMac> &checked)
 {
     auto opened = PlatformFactory::open(QDir(QStringLiteral(QUILLON_CAPTURES_DIR)).filePath(capture));
     if (const QString *error = std::get_if<QString>(&opened)) {
@@ -157,7 +160,7 @@ bool shootCapture(const QString &capture, bool dark, const QDir &out, JournalSho
 
     const QString appearance = dark ? u"dark"_s : u"light"_s;
     bool ok = true;
-    for (const Size size : { Size { 1000, 700 }, Size { 820, 560 } }) {
+    for (const Size size : sizes) {
         window->resize(size.width, size.height);
         const QList<AppSection> sections = AppSections::allCases();
         for (qsizetype i = 0; i < sections.size(); ++i) {
@@ -229,6 +232,128 @@ bool shootStartupError(const QString &appearance, const QDir &out)
     return ok;
 }
 
+// What the command line asks for.
+struct Request
+{
+    QDir out;
+    QStringList captures;
+    QStringList appearances;
+    QList<Size> sizes;
+    bool readme = false;
+};
+
+const QStringList allCaptures { u"desktop-mac-studio"_s, u"worn-battery"_s, u"storage-mix"_s, u"profiler-failures"_s,
+                                u"sample"_s };
+
+std::optional<Size> sizeFrom(const QString &text)
+{
+    const QStringList parts = text.split(u'x');
+    bool wide = false;
+    bool high = false;
+    const Size size { parts.value(0).toInt(&wide), parts.value(1).toInt(&high) };
+    if (parts.size() != 2 || !wide || !high || size.width < 200 || size.height < 200 || size.width > 4000
+        || size.height > 4000)
+        return std::nullopt;
+    return size;
+}
+
+// Reads the command line; prints the reason and gives nothing when it is wrong.
+std::optional<Request> parse(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Captures d'écran de chaque section de Quillon, sur les Mac enregistrés."_s);
+    parser.addHelpOption();
+    parser.addPositionalArgument(u"dossier"_s, u"Le dossier où écrire les images PNG."_s);
+    const QCommandLineOption capture(u"capture"_s, u"Une capture de captures/ à photographier (répétable ; toutes par défaut)."_s,
+                                     u"nom"_s);
+    const QCommandLineOption appearance(u"appearance"_s, u"light ou dark (les deux par défaut)."_s, u"apparence"_s);
+    const QCommandLineOption size(u"size"_s, u"La taille de la fenêtre, LARGEURxHAUTEUR (répétable ; 1000x700 et 820x560 par défaut)."_s,
+                                  u"taille"_s);
+    const QCommandLineOption readme(u"readme"_s, u"Les images du README seulement : vue d'ensemble, diagnostic et journal du Mac d'exemple, clair et sombre."_s);
+    parser.addOptions({ capture, appearance, size, readme });
+    parser.process(arguments);
+    const auto refuse = [](const QString &message) {
+        std::fprintf(stderr, "quillon-screenshots : %s\n", qUtf8Printable(message));
+        return std::nullopt;
+    };
+    if (parser.positionalArguments().size() != 1)
+        return refuse(u"nommez un seul dossier de sortie (--help pour l'aide)."_s);
+    Request request { QDir(parser.positionalArguments().constFirst()), parser.values(capture),
+                      parser.values(appearance), {}, parser.isSet(readme) };
+    if (request.captures.isEmpty())
+        request.captures = allCaptures;
+    for (const QString &name : std::as_const(request.captures)) {
+        if (!allCaptures.contains(name))
+            return refuse(u"capture inconnue : %1 (%2)."_s.arg(name, allCaptures.join(u", "_s)));
+    }
+    if (request.appearances.isEmpty())
+        request.appearances = QStringList { u"light"_s, u"dark"_s };
+    for (const QString &name : std::as_const(request.appearances)) {
+        if (name != u"light"_s && name != u"dark"_s)
+            return refuse(u"apparence inconnue : %1 (light ou dark)."_s.arg(name));
+    }
+    for (const QString &text : parser.values(size)) {
+        const std::optional<Size> parsed = sizeFrom(text);
+        if (!parsed)
+            return refuse(u"taille illisible : %1 (par exemple 1000x700)."_s.arg(text));
+        request.sizes.append(*parsed);
+    }
+    if (request.sizes.isEmpty())
+        request.sizes = request.readme ? QList<Size> { { 1000, 700 } } : QList<Size> { { 1000, 700 }, { 820, 560 } };
+    return request;
+}
+
+// Shoots every requested capture in one appearance, in this process.
+bool shootAppearance(const Request &request, const QString &appearance)
+{
+    const bool dark = appearance == u"dark"_s;
+    QGuiApplication::setPalette(Theme::controlsPalette(dark));
+    bool ok = true;
+    QList<CheckedMac> checked;
+    for (const QString &capture : allCaptures) {
+        if (!request.captures.contains(capture))
+            continue;
+        const JournalShot journal = capture == u"sample"_s             ? JournalShot::full
+                                    : capture == u"desktop-mac-studio"_s ? JournalShot::empty
+                                                                         : JournalShot::asRecorded;
+        ok = shootCapture(capture, request.sizes, dark, request.out, journal, checked) && ok;
+    }
+    if (!request.readme)
+        ok = shootStartupError(appearance, request.out) && ok;
+    return ok;
+}
+
+// The README's pictures, taken from a full run in `shots`: the sample's overview, diagnostics
+// and journal at the default size, 800 pixels wide.
+bool keepReadmePictures(const QDir &shots, const Request &request)
+{
+    bool ok = true;
+    for (const QString &appearance : request.appearances) {
+        for (const QString &section : { u"overview"_s, u"diagnostics"_s, u"history"_s }) {
+            const QStringList found
+                = shots.entryList({ u"sample-%1-1000x700-*-%2.png"_s.arg(appearance, section) }, QDir::Files);
+            const QImage image = found.isEmpty() ? QImage() : QImage(shots.filePath(found.constFirst()));
+            const QString path = request.out.filePath(u"readme-%1-%2.png"_s.arg(section, appearance));
+            if (image.isNull() || !image.scaledToWidth(800, Qt::SmoothTransformation).save(path)) {
+                std::fprintf(stderr, "Impossible d'enregistrer %s\n", qUtf8Printable(path));
+                ok = false;
+            }
+        }
+    }
+    return ok;
+}
+
+// The command line of a run that shoots one appearance of `request` into `out`.
+QStringList oneAppearance(const Request &request, const QString &out, const QString &appearance)
+{
+    QStringList arguments { out, u"--appearance"_s, appearance };
+    for (const QString &capture : request.captures)
+        arguments << u"--capture"_s << capture;
+    for (const Size size : request.sizes)
+        arguments << u"--size"_s << u"%1x%2"_s.arg(size.width).arg(size.height);
+    return arguments;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -237,46 +362,26 @@ int main(int argc, char *argv[])
     QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
     QQuickStyle::setStyle(u"Fusion"_s);
     QGuiApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 2) {
-        std::fprintf(stderr, "Usage : quillon-screenshots DOSSIER [--light-only]\n");
+    std::optional<Request> request = parse(QCoreApplication::arguments());
+    if (!request)
+        return 2;
+    if (!request->out.mkpath(u"."_s)) {
+        std::fprintf(stderr, "Dossier impossible à créer : %s\n", qUtf8Printable(request->out.path()));
         return 2;
     }
-    QDir out(arguments.at(1));
-    if (!out.mkpath(u"."_s)) {
-        std::fprintf(stderr, "Dossier impossible à créer : %s\n", qUtf8Printable(out.path()));
-        return 2;
-    }
-
     // The controls take their palette once, when the first window appears: each appearance
-    // is rendered by a run of its own.
-    const qsizetype appearanceAt = arguments.indexOf(u"--appearance"_s);
-    if (appearanceAt < 0) {
-        QStringList appearances { u"light"_s };
-        if (!arguments.contains(u"--light-only"_s))
-            appearances << u"dark"_s;
+    // is rendered by a run of its own. For the README, every capture is shot first, so that
+    // the sample's journal holds them all.
+    if (request->readme || request->appearances.size() > 1) {
+        QTemporaryDir shots;
+        const QString out = request->readme ? shots.path() : request->out.path();
         bool ok = true;
-        for (const QString &appearance : std::as_const(appearances)) {
-            const int status = QProcess::execute(
-                QCoreApplication::applicationFilePath(), { out.path(), u"--appearance"_s, appearance });
-            ok = status == 0 && ok;
-        }
+        for (const QString &appearance : std::as_const(request->appearances))
+            ok = QProcess::execute(QCoreApplication::applicationFilePath(), oneAppearance(*request, out, appearance)) == 0
+                && ok;
+        if (request->readme)
+            ok = ok && keepReadmePictures(QDir(shots.path()), *request);
         return ok ? 0 : 1;
     }
-
-    const bool dark = arguments.value(appearanceAt + 1) == u"dark"_s;
-    QGuiApplication::setPalette(Theme::controlsPalette(dark));
-    bool ok = true;
-    QList<CheckedMac> checked;
-    const std::pair<QString, JournalShot> captures[] = {
-        { u"desktop-mac-studio"_s, JournalShot::empty },
-        { u"worn-battery"_s, JournalShot::asRecorded },
-        { u"storage-mix"_s, JournalShot::asRecorded },
-        { u"profiler-failures"_s, JournalShot::asRecorded },
-        { u"sample"_s, JournalShot::full },
-    };
-    for (const auto &[capture, journal] : captures)
-        ok = shootCapture(capture, dark, out, journal, checked) && ok;
-    ok = shootStartupError(dark ? u"dark"_s : u"light"_s, out) && ok;
-    return ok ? 0 : 1;
+    return shootAppearance(*request, request->appearances.constFirst()) ? 0 : 1;
 }
