@@ -2,6 +2,7 @@
 #include "ui/app/quillon_app.h"
 #include "ui/theme/theme.h"
 
+#include <QCommandLineParser>
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -41,6 +42,24 @@ void chooseStyle(QGuiApplication &application)
 #endif
 }
 
+// The capture to show instead of this Mac: --capture DIR, or the QUILLON_CAPTURE variable.
+// Prints the help and quits on --help.
+std::optional<QString> captureFromCommandLine(const QGuiApplication &application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Le bilan matériel d'un Mac d'occasion, pour les ateliers de réparation."_s);
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption capture(u"capture"_s, u"Montrer la capture de ce dossier au lieu de ce Mac."_s, u"dossier"_s);
+    parser.addOption(capture);
+    parser.process(application);
+    if (parser.isSet(capture))
+        return parser.value(capture);
+    if (const QString fromEnvironment = qEnvironmentVariable("QUILLON_CAPTURE"); !fromEnvironment.isEmpty())
+        return fromEnvironment;
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -49,12 +68,10 @@ int main(int argc, char *argv[])
     QGuiApplication::setOrganizationName(u"Quillon"_s);
     QGuiApplication::setOrganizationDomain(u"quillon.app"_s);
     QGuiApplication::setApplicationName(u"Quillon"_s);
+    QGuiApplication::setApplicationVersion(QStringLiteral(QUILLON_VERSION));
     installQtTranslations(application);
+    const std::optional<QString> capturePath = captureFromCommandLine(application);
     chooseStyle(application);
-
-    std::optional<QString> capturePath;
-    if (const QString fromEnvironment = qEnvironmentVariable("QUILLON_CAPTURE"); !fromEnvironment.isEmpty())
-        capturePath = fromEnvironment;
 
     auto opened = PlatformFactory::open(capturePath);
     if (const QString *error = std::get_if<QString>(&opened)) {
