@@ -69,7 +69,7 @@ Rectangle {
                     width: row.width - 20
                     height: row.height
                     radius: 6
-                    color: row.selected ? Theme.accent : row.hovered ? Theme.faded(Theme.primary, 0.06) : "transparent"
+                    color: row.selected ? Theme.selection : row.hovered ? Theme.faded(Theme.primary, 0.06) : "transparent"
                 }
                 contentItem: Item {
                     RowLayout {

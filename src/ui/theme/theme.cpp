@@ -7,6 +7,9 @@
 #include <QGuiApplication>
 #include <QMetaEnum>
 
+#include <algorithm>
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 Theme::Theme(QObject *parent) : QObject(parent), m_dark(isDarkPalette(QGuiApplication::palette()))
@@ -39,29 +42,53 @@ QColor Theme::primary() const
 }
 QColor Theme::secondary() const
 {
-    return pick(qRgba(0, 0, 0, 140), qRgba(255, 255, 255, 140));
+    return pick(qRgba(0, 0, 0, 150), qRgba(255, 255, 255, 140));
 }
 QColor Theme::tertiary() const
 {
     return pick(qRgba(0, 0, 0, 66), qRgba(255, 255, 255, 64));
 }
-// The level colours are the system colours, a shade deeper in the light appearance so that
-// small coloured text on white stays readable.
+// The level colours are the system colours, deepened in the light appearance and lightened
+// in the dark one until small text in them reads at 4.5:1 or more on a card, on the window
+// and on a pill of their own colour.
 QColor Theme::accent() const
 {
-    return pick(qRgb(0, 110, 230), qRgb(10, 132, 255));
+    return pick(qRgb(0, 95, 200), qRgb(80, 165, 255));
 }
 QColor Theme::green() const
 {
-    return pick(qRgb(30, 158, 58), qRgb(50, 215, 75));
+    return pick(qRgb(15, 115, 40), qRgb(50, 215, 75));
 }
 QColor Theme::orange() const
 {
-    return pick(qRgb(235, 125, 0), qRgb(255, 159, 10));
+    return pick(qRgb(160, 70, 0), qRgb(255, 159, 10));
 }
 QColor Theme::red() const
 {
-    return pick(qRgb(224, 48, 40), qRgb(255, 69, 58));
+    return pick(qRgb(190, 25, 20), qRgb(255, 110, 100));
+}
+// The background of a selected row, under white text.
+QColor Theme::selection() const
+{
+    return pick(qRgb(0, 95, 200), qRgb(0, 88, 208));
+}
+
+double Theme::contrastRatio(const QColor &text, const QColor &background)
+{
+    const auto channel = [](double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    const auto luminance = [&channel](const QColor &colour) {
+        return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) + 0.0722 * channel(colour.blueF());
+    };
+    // Translucent text is seen blended over its background.
+    const double alpha = text.alphaF();
+    const QColor seen = QColor::fromRgbF(float(text.redF() * alpha + background.redF() * (1 - alpha)),
+                                         float(text.greenF() * alpha + background.greenF() * (1 - alpha)),
+                                         float(text.blueF() * alpha + background.blueF() * (1 - alpha)));
+    const double a = luminance(seen);
+    const double b = luminance(background);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 QColor Theme::cardSurface() const
 {

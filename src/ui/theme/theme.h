@@ -40,6 +40,8 @@ class Theme : public QObject
     Q_PROPERTY(QColor sidebarBackground READ sidebarBackground NOTIFY appearanceChanged)
     // Text drawn on the accent colour (the selected sidebar row).
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY appearanceChanged)
+    // The background of a selected row, under `onAccent` text.
+    Q_PROPERTY(QColor selection READ selection NOTIFY appearanceChanged)
     // The palette of the standard controls for the current appearance, by role name
     // ("window", "base", "buttonText"…); see controlsPalette.
     Q_PROPERTY(QVariantMap controlColours READ controlColours NOTIFY appearanceChanged)
@@ -70,6 +72,11 @@ public:
     QColor windowBackground() const;
     QColor sidebarBackground() const;
     QColor onAccent() const { return QColor(Qt::white); }
+    QColor selection() const;
+
+    // The contrast ratio of text in `text` (blended by its opacity) over an opaque
+    // `background`, from 1 (none) to 21 (black on white).
+    static double contrastRatio(const QColor &text, const QColor &background);
 
     int body() const { return 13; }
     int headline() const { return 13; }
