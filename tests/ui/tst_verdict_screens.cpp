@@ -338,6 +338,9 @@ private Q_SLOTS:
             << machine() << QList<StorageVolume>() << QList { InfoRow(u"Résolution"_s, u"5120 x 2880"_s) }
             << QStringList { u"Puce=Apple M1 Max"_s, u"Cœurs=10 (8P + 2E)"_s, u"Mémoire=32 Go"_s, u"Stockage=—"_s,
                    u"macOS=15.1 (24B83)"_s, u"Année=—"_s, u"Modèle=Mac13,1"_s };
+        QTest::newRow("system, chip and model unknown") << HardwareInfo() << QList<StorageVolume>() << QList<InfoRow>()
+            << QStringList { u"Puce=—"_s, u"Cœurs=—"_s, u"Mémoire=—"_s, u"Stockage=—"_s, u"macOS=—"_s, u"Année=—"_s,
+                   u"Modèle=—"_s };
         QTest::newRow("only external volumes: the first")
             << machine() << QList { volume(u"T7"_s, 500.1e9, false), volume(u"Sauvegarde"_s, 2e12, false) }
             << QList<InfoRow>()

@@ -58,22 +58,29 @@ std::optional<QString> screenValue(const QList<DeviceNode> &displayRoots)
     return std::nullopt;
 }
 
+// An unknown value shows the missing-value mark rather than an empty figure.
+QString orMissing(const QString &value)
+{
+    return value.trimmed().isEmpty() ? missingValueMark() : value;
+}
+
 QList<StatFigure> configurationFigures(
     const HardwareInfo &hardware, const QList<StorageVolume> &volumes, const QList<DeviceNode> &displayRoots)
 {
     const QString primary = u"primary"_s;
     QList<StatFigure> figures {
-        { localized("Puce"), hardware.chip, primary },
-        { localized("Cœurs"), hardware.coresShort, primary },
-        { localized("Mémoire"), hardware.memory, primary },
+        { localized("Puce"), orMissing(hardware.chip), primary },
+        { localized("Cœurs"), orMissing(hardware.coresShort), primary },
+        { localized("Mémoire"), orMissing(hardware.memory), primary },
         { localized("Stockage"), storageValue(volumes), primary },
     };
     if (std::optional<QString> screen = screenValue(displayRoots))
         figures.append({ localized("Écran"), *screen, primary });
-    figures.append({ u"macOS"_s, QString(hardware.osVersion).remove(u"macOS "_s), primary });
+    const QString system = QString(hardware.osVersion).remove(u"macOS "_s).trimmed();
+    figures.append({ u"macOS"_s, system.isEmpty() ? missingValueMark() : system, primary });
     figures.append({ localized("Année"), hardware.modelYear ? QString::number(*hardware.modelYear) : missingValueMark(),
         u"accent"_s });
-    figures.append({ localized("Modèle"), hardware.modelIdentifier, primary });
+    figures.append({ localized("Modèle"), orMissing(hardware.modelIdentifier), primary });
     if (hardware.serialNumber)
         figures.append({ localized("Série"), *hardware.serialNumber, primary });
     return figures;
