@@ -25,6 +25,12 @@ QuillonWindow {
         root.requestActivate()
     }
 
+    // Esc and ⌘W close a secondary window, as on any Mac.
+    Shortcut {
+        sequences: ["Esc", StandardKey.Close]
+        onActivated: root.close()
+    }
+
     AboutView {
         id: content
 

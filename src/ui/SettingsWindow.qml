@@ -26,6 +26,12 @@ QuillonWindow {
         root.requestActivate()
     }
 
+    // Esc and ⌘W close a secondary window, as on any Mac.
+    Shortcut {
+        sequences: ["Esc", StandardKey.Close]
+        onActivated: root.close()
+    }
+
     WorkshopSettingsView {
         id: form
 

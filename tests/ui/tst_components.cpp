@@ -7,6 +7,7 @@
 #include "ui/models/device_list_model.h"
 #include "ui/theme/theme.h"
 
+#include <QAccessible>
 #include <QFile>
 #include <QQmlComponent>
 
@@ -259,7 +260,12 @@ private Q_SLOTS:
         QVERIFY(footer->property("lineCount").toInt() >= 2);
         QQuickItem *phone = shownItem(root, u"phoneField"_s);
         QCOMPARE(phone->property("text").toString(), u"01 23 45 67 89"_s);
-        QCOMPARE(phone->property("placeholderText").toString(), u"Téléphone"_s);
+        // Each field keeps a visible label once filled, and names itself to VoiceOver.
+        QCOMPARE(phone->property("placeholderText").toString(), QString());
+        QAccessibleInterface *named = QAccessible::queryAccessibleInterface(phone);
+        QVERIFY(named);
+        QCOMPARE(named->text(QAccessible::Name), u"Téléphone"_s);
+        QCOMPARE(named->role(), QAccessible::EditableText);
 
         shownItem(root, u"nameField"_s)->forceActiveFocus();
         for (const char key : QByteArray("Atelier"))
@@ -267,6 +273,35 @@ private Q_SLOTS:
         QCOMPARE(workshop.workshopName(), u"Atelier"_s);
         QSettings reread(folder.filePath(u"p.ini"_s), QSettings::IniFormat);
         QCOMPARE(reread.value(u"workshop.name"_s).toString(), u"Atelier"_s);
+    }
+
+    void secondaryWindowsCloseFromTheKeyboard_data()
+    {
+        QTest::addColumn<QByteArray>("opener");
+        QTest::addColumn<QKeySequence>("keys");
+        for (const QByteArray opener : { QByteArray("showAbout"), QByteArray("showSettings") }) {
+            QTest::addRow("%s, Esc", opener.constData()) << opener << QKeySequence(Qt::Key_Escape);
+            QTest::addRow("%s, close", opener.constData()) << opener << QKeySequence(QKeySequence::Close);
+        }
+    }
+
+    void secondaryWindowsCloseFromTheKeyboard()
+    {
+        QFETCH(QByteArray, opener);
+        QFETCH(QKeySequence, keys);
+        Window shown(u"sample"_s);
+        QVERIFY(shown.open(std::nullopt));
+        QMetaObject::invokeMethod(shown.window, opener.constData());
+        QQuickWindow *secondary = nullptr;
+        for (QWindow *top : QGuiApplication::topLevelWindows()) {
+            if (top != shown.window && top->isVisible())
+                secondary = qobject_cast<QQuickWindow *>(top);
+        }
+        QVERIFY(secondary);
+        QTest::qWait(100);
+        QTest::keySequence(secondary, keys);
+        QTRY_VERIFY(!secondary->isVisible());
+        QVERIFY(shown.window->isVisible());
     }
 
     void exportAsksForAFileThenWritesItOrRaisesTheAlert()

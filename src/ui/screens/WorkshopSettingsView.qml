@@ -30,34 +30,51 @@ ColumnLayout {
         implicitHeight: fields.implicitHeight + 24
         Layout.fillWidth: true
 
-        ColumnLayout {
+        GridLayout {
             id: fields
 
             x: 12
             y: 12
             width: parent.width - 24
-            spacing: 8
+            columns: 2
+            columnSpacing: 10
+            rowSpacing: 8
 
+            Label {
+                text: qsTr("Nom de l'atelier")
+                color: Theme.primary
+                font.pixelSize: Theme.body
+                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+            }
             FormField {
                 objectName: "nameField"
-                placeholderText: qsTr("Nom de l'atelier")
-                Accessible.name: placeholderText
+                Accessible.name: qsTr("Nom de l'atelier")
                 text: root.workshop.workshopName
                 onTextEdited: root.workshop.workshopName = text
                 Layout.fillWidth: true
             }
+            Label {
+                text: qsTr("Téléphone")
+                color: Theme.primary
+                font.pixelSize: Theme.body
+                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+            }
             FormField {
                 objectName: "phoneField"
-                placeholderText: qsTr("Téléphone")
-                Accessible.name: placeholderText
+                Accessible.name: qsTr("Téléphone")
                 text: root.workshop.workshopPhone
                 onTextEdited: root.workshop.workshopPhone = text
                 Layout.fillWidth: true
             }
+            Label {
+                text: qsTr("Adresse")
+                color: Theme.primary
+                font.pixelSize: Theme.body
+                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+            }
             FormField {
                 objectName: "addressField"
-                placeholderText: qsTr("Adresse")
-                Accessible.name: placeholderText
+                Accessible.name: qsTr("Adresse")
                 text: root.workshop.workshopAddress
                 onTextEdited: root.workshop.workshopAddress = text
                 Layout.fillWidth: true
