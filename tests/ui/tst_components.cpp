@@ -275,6 +275,55 @@ private Q_SLOTS:
         QCOMPARE(reread.value(u"workshop.name"_s).toString(), u"Atelier"_s);
     }
 
+    // Tab goes through the verdicts in screen order, each a button that VoiceOver names with
+    // its title, level and value, and comes back to the first.
+    void tabReachesEveryVerdictAsANamedButton_data()
+    {
+        QTest::addColumn<AppSection>("section");
+        QTest::addColumn<int>("buttons");
+        QTest::addColumn<QStringList>("first");
+        QTest::addColumn<AppSection>("spaceOpens");
+        // The sample's 21 verdicts; the overview shows the banner, then every verdict but the
+        // battery's (it has its own card) as a tile.
+        QTest::newRow("overview") << AppSection::overview << 21
+                                  << QStringList { u"Aucun problème détecté, Voir le détail"_s,
+                                         u"Macintosh HD, correct, 494,38\u00a0Go"_s, u"Sauvegarde, correct, 1\u00a0To"_s }
+                                  << AppSection::diagnostics;
+        QTest::newRow("diagnostics") << AppSection::diagnostics << 21
+                                     << QStringList { u"Batterie, correct, 91 %"_s,
+                                            u"Macintosh HD, correct, 494,38\u00a0Go"_s, u"Sauvegarde, correct, 1\u00a0To"_s }
+                                     << AppSection::battery;
+    }
+
+    void tabReachesEveryVerdictAsANamedButton()
+    {
+        QFETCH(AppSection, section);
+        QFETCH(int, buttons);
+        QFETCH(QStringList, first);
+        QFETCH(AppSection, spaceOpens);
+        Window shown(u"sample"_s);
+        QVERIFY(shown.open(section));
+        QStringList reached;
+        for (int i = 0; i < 100; ++i) {
+            QTest::keyClick(shown.window, Qt::Key_Tab);
+            QQuickItem *focused = shown.window->activeFocusItem();
+            QAccessibleInterface *button = focused ? QAccessible::queryAccessibleInterface(focused) : nullptr;
+            if (!button || button->role() != QAccessible::Button)
+                continue;
+            if (reached.contains(button->text(QAccessible::Name)))
+                break;
+            reached << button->text(QAccessible::Name);
+        }
+        QCOMPARE(reached.mid(0, first.size()), first);
+        QCOMPARE(reached.size(), buttons);
+        // A level is never read twice ("Processeur, info, Info").
+        for (const QString &name : std::as_const(reached))
+            QVERIFY2(name.count(u"info"_s, Qt::CaseInsensitive) <= 1, qPrintable(name));
+        // Back on the first one, Space opens its section.
+        QTest::keyClick(shown.window, Qt::Key_Space);
+        QCOMPARE(shown.controller().selection(), spaceOpens);
+    }
+
     void secondaryWindowsCloseFromTheKeyboard_data()
     {
         QTest::addColumn<QByteArray>("opener");

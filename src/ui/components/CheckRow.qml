@@ -7,7 +7,7 @@ import Quillon
 // One verdict as a row of the diagnostics screen's checks card: the component's symbol in a
 // tinted square, title and summary, the measurement, the level's pill and a chevron that
 // shows only when the check leads to a section (it keeps its place otherwise, so that the
-// columns line up). The whole row is clickable.
+// columns line up). The whole row is a button when it leads somewhere.
 Item {
     id: root
 
@@ -108,9 +108,11 @@ Item {
         }
     }
 
-    MouseArea {
+    PressArea {
+        objectName: "rowPress"
         anchors.fill: parent
-        cursorShape: root.section.length > 0 ? Qt.PointingHandCursor : Qt.ArrowCursor
-        onClicked: root.activated()
+        actionable: root.section.length > 0
+        name: Presentation.spokenCheck(root.title, root.status, root.measurement)
+        onActivated: root.activated()
     }
 }

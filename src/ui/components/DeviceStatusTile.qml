@@ -7,7 +7,7 @@ import Quillon
 // One verdict as a tile of the overview's grid: the component's symbol and the level's icon,
 // the title, the value (a live reading first), an optional gauge and caption. A fault or a
 // point to watch colours the whole tile; every other level sits on the card surface.
-// Clicking anywhere on it asks for the check's section.
+// Clicking it, or Space and Return once Tab has reached it, asks for the check's section.
 Rectangle {
     id: root
 
@@ -125,9 +125,11 @@ Rectangle {
         }
     }
 
-    MouseArea {
+    PressArea {
+        objectName: "tilePress"
         anchors.fill: parent
-        cursorShape: Qt.PointingHandCursor
-        onClicked: root.activated()
+        radius: root.radius
+        name: Presentation.spokenCheck(root.title, root.status, root.value)
+        onActivated: root.activated()
     }
 }

@@ -167,6 +167,22 @@ QString PresentationHelpers::levelLabel(const QString &status) const
     return parsed ? CheckStatuses::label(*parsed) : QString();
 }
 
+QString PresentationHelpers::spokenCheck(const QString &title, const QString &status, const QString &value) const
+{
+    QStringList parts { title };
+    const QString label = levelLabel(status);
+    if (!label.isEmpty()) {
+        // The level reads as part of the sentence, not as a heading.
+        QString level = label;
+        level[0] = level.at(0).toLower();
+        parts << level;
+    }
+    // A tile without a measurement shows its level as its value: it is read once.
+    if (!value.trimmed().isEmpty() && value.compare(label, Qt::CaseInsensitive) != 0)
+        parts << value;
+    return parts.join(u", "_s);
+}
+
 QString PresentationHelpers::levelSymbol(const QString &status) const
 {
     const std::optional<CheckStatus> parsed = Presentation::checkStatusFromRawValue(status);

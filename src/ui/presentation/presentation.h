@@ -82,6 +82,9 @@ public:
     Q_INVOKABLE QString levelLabel(const QString &status) const;
     Q_INVOKABLE QString levelSymbol(const QString &status) const;
     Q_INVOKABLE QString levelColourRole(const QString &status) const;
+    // What VoiceOver reads for a verdict: "Batterie, à surveiller, 78 %" (the value left out
+    // when empty).
+    Q_INVOKABLE QString spokenCheck(const QString &title, const QString &status, const QString &value) const;
     // Upper case with the full Unicode mapping, independent of the locale ("ß" gives "SS").
     Q_INVOKABLE QString upperCased(const QString &text) const;
 };

@@ -86,10 +86,12 @@ ColumnLayout {
             }
         }
 
-        MouseArea {
+        PressArea {
+            objectName: "bannerPress"
             anchors.fill: parent
-            cursorShape: Qt.PointingHandCursor
-            onClicked: root.controller.openSection("diagnostics")
+            radius: parent.radius
+            name: root.screen.headline + ", " + qsTr("Voir le détail")
+            onActivated: root.controller.openSection("diagnostics")
         }
     }
 
