@@ -14,7 +14,11 @@ QuillonWindow {
 
     readonly property bool usesSystemMenuBar: Qt.platform.os === "osx"
 
-    title: root.controller.title
+    // The sample-data banner was closed: the title says it instead.
+    property bool sampleBannerDismissed: false
+
+    title: root.controller.showsSampleData && root.sampleBannerDismissed
+           ? root.controller.title + " — " + root.controller.sampleDataLabel : root.controller.title
     width: 1000
     height: 700
     minimumWidth: 820
@@ -88,7 +92,8 @@ QuillonWindow {
             }
             SampleDataBanner {
                 objectName: "sampleBanner"
-                visible: root.controller.showsSampleData
+                visible: root.controller.showsSampleData && !root.sampleBannerDismissed
+                onDismissed: root.sampleBannerDismissed = true
                 label: root.controller.sampleDataLabel
                 description: root.controller.sampleDescription
                 Layout.fillWidth: true

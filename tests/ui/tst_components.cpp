@@ -308,7 +308,7 @@ private Q_SLOTS:
             QTest::keyClick(shown.window, Qt::Key_Tab);
             QQuickItem *focused = shown.window->activeFocusItem();
             QAccessibleInterface *button = focused ? QAccessible::queryAccessibleInterface(focused) : nullptr;
-            if (!button || button->role() != QAccessible::Button)
+            if (!button || button->role() != QAccessible::Button || !focused->objectName().endsWith(u"Press"_s))
                 continue;
             if (reached.contains(button->text(QAccessible::Name)))
                 break;
@@ -322,6 +322,20 @@ private Q_SLOTS:
         // Back on the first one, Space opens its section.
         QTest::keyClick(shown.window, Qt::Key_Space);
         QCOMPARE(shown.controller().selection(), spaceOpens);
+    }
+
+    // The sample-data banner can be closed; the window title then says it instead.
+    void closingTheSampleBannerMovesItsWordsToTheTitle()
+    {
+        Window shown(u"sample"_s);
+        QVERIFY(shown.open(std::nullopt));
+        QQuickItem *banner = shownItem(shown.window->contentItem(), u"sampleBanner"_s);
+        QVERIFY(banner);
+        QVERIFY(!shown.window->title().contains(u"Données d'exemple"_s));
+        QQuickItem *close = shownItem(banner, u"sampleBannerClose"_s);
+        QTest::mouseClick(shown.window, Qt::LeftButton, {}, close->mapToScene(close->boundingRect().center()).toPoint());
+        QTRY_VERIFY(!banner->isVisible());
+        QCOMPARE(shown.window->title(), u"Vue d'ensemble — Données d'exemple"_s);
     }
 
     void secondaryWindowsCloseFromTheKeyboard_data()

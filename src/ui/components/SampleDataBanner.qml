@@ -5,14 +5,18 @@ import QtQuick.Layouts
 import Quillon
 
 // Says that the window shows recorded answers of another Mac, not the machine in front of
-// the user, with the recording's description.
+// the user, with the recording's description on one line (whole in its tooltip). Its close
+// button asks to hide it; the window then says it in its title instead.
 Rectangle {
     id: root
 
     required property string label
     required property string description
 
-    implicitHeight: row.implicitHeight + 14
+    // The close button was pressed.
+    signal dismissed
+
+    implicitHeight: row.implicitHeight + 10
     color: Theme.faded(Theme.accent, 0.10)
 
     // The words in bold, then the description, as one paragraph.
@@ -36,17 +40,38 @@ Rectangle {
             name: "info.circle.fill"
             color: Theme.accent
             size: 14
-            Layout.alignment: Qt.AlignTop
+            Layout.alignment: Qt.AlignVCenter
         }
         Label {
+            id: notice
+
             objectName: "sampleNotice"
             text: root.paragraph
             textFormat: Text.StyledText
             color: Theme.primary
             font.pixelSize: Theme.callout
-            wrapMode: Text.Wrap
+            elide: Text.ElideRight
+            maximumLineCount: 1
             Layout.fillWidth: true
-            Layout.alignment: Qt.AlignTop
+            Layout.alignment: Qt.AlignVCenter
+
+            HoverHandler {
+                id: hover
+            }
+            ToolTip.visible: hover.hovered && notice.truncated
+            ToolTip.text: root.label + " — " + root.description
+            ToolTip.delay: 500
+        }
+        ToolButton {
+            objectName: "sampleBannerClose"
+            icon.source: Theme.symbolSource("xmark", Theme.secondary)
+            icon.width: 10
+            icon.height: 10
+            implicitWidth: 22
+            implicitHeight: 22
+            Accessible.name: qsTr("Masquer")
+            onClicked: root.dismissed()
+            Layout.alignment: Qt.AlignVCenter
         }
     }
 }

@@ -155,6 +155,8 @@ ColumnLayout {
                 id: tile
 
                 Layout.preferredWidth: (root.width - (root.tileColumns - 1) * 12) / root.tileColumns
+                // Tiles of one row share the tallest one's height.
+                Layout.fillHeight: true
                 onActivated: root.controller.openSection(tile.section)
             }
         }

@@ -22,7 +22,7 @@ constexpr Mapping mappings[] = {
     { "battery.100", "adwaita/battery-level-100-symbolic.svg" },
     { "internaldrive", "adwaita/drive-harddisk-symbolic.svg" },
     { "display", "adwaita/video-display-symbolic.svg" },
-    { "cable.connector", "adwaita/drive-harddisk-usb-symbolic.svg" },
+    { "cable.connector", "quillon-cable-connector.svg" },
     { "bolt.horizontal", "quillon-bolt-horizontal.svg" },
     { "dot.radiowaves.right", "adwaita/bluetooth-symbolic.svg" },
     { "network", "adwaita/network-wired-symbolic.svg" },
@@ -68,6 +68,7 @@ constexpr Mapping mappings[] = {
     { "exclamationmark.triangle.fill", "adwaita/dialog-warning-symbolic.svg" },
     { "exclamationmark.triangle", "quillon-exclamationmark-triangle.svg" },
     { "xmark.octagon.fill", "quillon-xmark-octagon-fill.svg" },
+    { "xmark", "quillon-xmark.svg" },
     { "info.circle.fill", "quillon-info-circle-fill.svg" },
     { "minus.circle", "quillon-minus-circle.svg" },
     // Commands and decorations.
