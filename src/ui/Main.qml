@@ -2,6 +2,7 @@
 // in the window's menu-bar slot.
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import QtQuick.Layouts
 import Quillon
 
@@ -35,6 +36,8 @@ QuillonWindow {
     Component.onCompleted: root.controller.appear()
     onClosing: root.controller.disappear()
 
+    // The menus. On macOS they go to the system menu bar (MacMenuBar.qml); elsewhere the
+    // window shows the same menus in its own bar.
     menuBar: Loader {
         active: !root.usesSystemMenuBar
         sourceComponent: MenuBar {
@@ -50,18 +53,110 @@ QuillonWindow {
                     shortcut: "Ctrl+,"
                     onTriggered: root.showSettings()
                 }
+                MenuSeparator {}
+                Action {
+                    text: qsTr("Quitter Quillon")
+                    shortcut: StandardKey.Quit
+                    onTriggered: Qt.quit()
+                }
+            }
+            Menu {
+                title: qsTr("Fichier")
+
+                Action {
+                    objectName: "exportAction"
+                    text: qsTr("Exporter…")
+                    shortcut: "Ctrl+E"
+                    onTriggered: root.controller.startExport()
+                }
+                Action {
+                    text: qsTr("Ouvrir une capture…")
+                    shortcut: StandardKey.Open
+                    onTriggered: captureDialog.open()
+                }
+                MenuSeparator {}
+                Action {
+                    text: qsTr("Fermer la fenêtre")
+                    shortcut: StandardKey.Close
+                    onTriggered: root.close()
+                }
+            }
+            Menu {
+                id: viewMenu
+
+                title: qsTr("Présentation")
+
+                Action {
+                    objectName: "refreshAction"
+                    text: qsTr("Actualiser")
+                    shortcut: "Ctrl+R"
+                    onTriggered: root.controller.refresh()
+                }
+                MenuSeparator {}
+                Instantiator {
+                    model: root.controller.sections
+                    delegate: MenuItem {
+                        required property int index
+                        required property string section
+                        required property string title
+
+                        action: Action {
+                            text: title
+                            checkable: true
+                            checked: root.controller.selection === section
+                            // ⌘1 to ⌘9 for the first nine sections, in sidebar order.
+                            shortcut: index < 9 ? "Ctrl+" + (index + 1) : ""
+                            onTriggered: root.controller.openSection(section)
+                        }
+                    }
+                    onObjectAdded: (index, object) => viewMenu.insertItem(index + 2, object)
+                    onObjectRemoved: (index, object) => viewMenu.removeItem(object)
+                }
+            }
+            Menu {
+                title: qsTr("Fenêtre")
+
+                Action {
+                    text: qsTr("Réduire")
+                    shortcut: "Ctrl+M"
+                    onTriggered: root.showMinimized()
+                }
+            }
+            Menu {
+                title: qsTr("Aide")
+
+                Action {
+                    text: qsTr("À propos de Quillon")
+                    onTriggered: root.showAbout()
+                }
             }
         }
     }
 
-    // On macOS the application menu carries the About and settings items.
+    // On macOS the system menu bar carries the same menus.
     Loader {
+        id: macMenus
+
         active: root.usesSystemMenuBar
-        source: root.usesSystemMenuBar ? "MacMenuBar.qml" : ""
+        Component.onCompleted: {
+            if (root.usesSystemMenuBar)
+                macMenus.setSource("MacMenuBar.qml", { "controller": root.controller })
+        }
         onLoaded: {
             item.aboutRequested.connect(root.showAbout)
             item.settingsRequested.connect(root.showSettings)
+            item.openCaptureRequested.connect(captureDialog.open)
+            item.closeRequested.connect(root.close)
+            item.minimizeRequested.connect(root.showMinimized)
         }
+    }
+
+    FolderDialog {
+        id: captureDialog
+
+        objectName: "captureDialog"
+        title: qsTr("Ouvrir une capture")
+        onAccepted: root.controller.openCapture(captureDialog.selectedFolder)
     }
 
     SplitView {

@@ -342,7 +342,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("opener");
         QTest::addColumn<QKeySequence>("keys");
-        for (const QByteArray opener : { QByteArray("showAbout"), QByteArray("showSettings") }) {
+        for (const QByteArray &opener : { QByteArray("showAbout"), QByteArray("showSettings") }) {
             QTest::addRow("%s, Esc", opener.constData()) << opener << QKeySequence(Qt::Key_Escape);
             QTest::addRow("%s, close", opener.constData()) << opener << QKeySequence(QKeySequence::Close);
         }
@@ -420,6 +420,18 @@ private Q_SLOTS:
         QTest::keyClick(shown.window, Qt::Key_R, Qt::ControlModifier);
         QVERIFY(!refreshing.isEmpty());
         QTRY_VERIFY_WITH_TIMEOUT(!controller.isRefreshing(), 10000);
+
+        // ⌘1…⌘9 show the sections in sidebar order: ⌘2 the diagnostics, ⌘4 the hardware.
+        QTest::keyClick(shown.window, Qt::Key_2, Qt::ControlModifier);
+        QCOMPARE(controller.selection(), AppSection::diagnostics);
+        QTest::keyClick(shown.window, Qt::Key_4, Qt::ControlModifier);
+        QCOMPARE(controller.selection(), AppSection::hardware);
+        // "Ouvrir une capture…" hands the chosen folder to a second run of the application.
+        QStringList opened;
+        controller.setCaptureOpener([&opened](const QString &folder) { opened << folder; });
+        controller.openCapture(QUrl::fromLocalFile(u"/captures/atelier"_s));
+        controller.openCapture(QUrl(u"https://example.org/capture"_s));
+        QCOMPARE(opened, QStringList { u"/captures/atelier"_s });
 
         // ⌘, opens the workshop settings; the brand block the About window.
         QVERIFY(!isWindowShown(u"Réglages de l'atelier"_s));

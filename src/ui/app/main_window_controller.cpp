@@ -12,8 +12,10 @@
 #include "ui/export/report_export.h"
 #include "ui/presentation/presentation.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QPointer>
+#include <QProcess>
 #include <QStandardPaths>
 
 MainWindowController::MainWindowController(Shared shared, QObject *parent)
@@ -26,7 +28,10 @@ MainWindowController::MainWindowController(Shared shared, QObject *parent)
       m_lidAngleMonitor(shared.lidAngleMonitor),
       m_sections(new SectionListModel(this)),
       m_data(new ScreenData(shared.state, this)),
-      m_reveal(&ReportExport::revealInFileManager)
+      m_reveal(&ReportExport::revealInFileManager),
+      m_openCapture([](const QString &folder) {
+          QProcess::startDetached(QCoreApplication::applicationFilePath(), { QStringLiteral("--capture"), folder });
+      })
 {
     for (AppSection section : AppSections::allCases())
         m_sectionStates.insert(section, new SectionState(section, m_state, this));
@@ -244,6 +249,12 @@ void MainWindowController::finishExport(const QUrl &file)
         Q_EMIT exportFailed(error);
     }
     setExporting(false);
+}
+
+void MainWindowController::openCapture(const QUrl &folder)
+{
+    if (folder.isLocalFile() && m_openCapture)
+        m_openCapture(folder.toLocalFile());
 }
 
 void MainWindowController::cancelExport()

@@ -133,6 +133,12 @@ public:
     // Shows a written file to the user; the file manager by default.
     void setFileRevealer(std::function<void(const QString &)> revealer) { m_reveal = std::move(revealer); }
 
+    // "Ouvrir une capture…": the recorded Mac of that folder opens in a window of its own, a
+    // second run of the application, so that this Mac's window stays as it is.
+    Q_INVOKABLE void openCapture(const QUrl &folder);
+    // Starts that second run; a detached run of this program with --capture by default.
+    void setCaptureOpener(std::function<void(const QString &)> opener) { m_openCapture = std::move(opener); }
+
 Q_SIGNALS:
     void selectionChanged();
     void refreshingChanged();
@@ -169,4 +175,5 @@ private:
     SectionListModel *m_sections = nullptr;
     ScreenData *m_data = nullptr;
     std::function<void(const QString &)> m_reveal;
+    std::function<void(const QString &)> m_openCapture;
 };

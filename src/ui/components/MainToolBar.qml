@@ -51,9 +51,4 @@ Rectangle {
         anchors.right: parent.right
         anchors.bottom: parent.bottom
     }
-    Shortcut {
-        sequence: "Ctrl+R"
-        context: Qt.ApplicationShortcut
-        onActivated: root.controller.refresh()
-    }
 }
