@@ -262,9 +262,10 @@ void captureFolder(const QByteArray &bytes)
     QTextStream errorStream(&errors);
     const int status = runBilan(options, reportStream, errorStream);
     errorStream.flush();
-    if (status != 0 && status != 2)
+    // 3: a section could not be read, which the report says.
+    if (status != 0 && status != 2 && status != 3)
         qFatal("quillon-bilan ended with status %d: %s", status, qPrintable(errors));
-    if (status == 0 && report.isEmpty())
+    if ((status == 0 || status == 3) && report.isEmpty())
         qFatal("quillon-bilan gave no report");
 }
 

@@ -21,6 +21,7 @@ namespace {
 constexpr int exitSuccess = 0;
 constexpr int exitWriteFailed = 1;
 constexpr int exitBadInput = 2;
+constexpr int exitIncomplete = 3;
 
 int fail(QTextStream &errors, int status, const QString &message)
 {
@@ -139,10 +140,27 @@ int runBilan(const BilanOptions &options, const Platform &platform, QTextStream 
         report = reportText(state, live, options);
     }
 
+    // Every section that could not be read is said, and makes the run incomplete.
+    int status = exitSuccess;
+    if (wantsReport) {
+        for (AppSection section : AppSections::dataSections()) {
+            if (const std::optional<QString> failure = state.failure(section)) {
+                errors << u"quillon-bilan : Lecture impossible : %1 — %2"_s.arg(AppSections::title(section), *failure)
+                       << Qt::endl;
+                status = exitIncomplete;
+            }
+        }
+    }
+
     if (options.record || options.journalCsv) {
         History history(platform.clock);
-        if (options.record)
+        if (options.record && !state.hardware()) {
+            errors << u"quillon-bilan : rien n’est noté au journal : la fiche matérielle de ce Mac n’a pas pu être lue."_s
+                   << Qt::endl;
+            status = exitIncomplete;
+        } else if (options.record) {
             history.record(state.hardware(), state.battery(), state.volumes(), state.report());
+        }
         if (options.journalCsv)
             output << history.csv();
     }
@@ -154,5 +172,5 @@ int runBilan(const BilanOptions &options, const Platform &platform, QTextStream 
         output << *report;
     }
     output.flush();
-    return exitSuccess;
+    return status;
 }

@@ -110,10 +110,10 @@ int DiagnosticsReport::applicableCount() const
     return int(checks.size()) - count(CheckStatus::nonApplicable);
 }
 
-QString DiagnosticsReport::headline() const
+namespace {
+
+QString levelsHeadline(qint64 faults, qint64 warnings)
 {
-    const qint64 faults = count(CheckStatus::alerte);
-    const qint64 warnings = count(CheckStatus::attention);
     if (faults == 0 && warnings == 0)
         return localized("Aucun problème détecté");
     if (faults == 0)
@@ -123,4 +123,25 @@ QString DiagnosticsReport::headline() const
                            : localized("%1 anomalies détectées").arg(faults);
     }
     return faultPart(faults) + u" · "_s + warningPart(warnings);
+}
+
+QString failedReadPart(qint64 reads)
+{
+    return reads == 1 ? localized("%1 lecture impossible").arg(reads)
+                      : localized("%1 lectures impossibles").arg(reads);
+}
+
+} // namespace
+
+QString DiagnosticsReport::headline() const
+{
+    const qint64 faults = count(CheckStatus::alerte);
+    const qint64 warnings = count(CheckStatus::attention);
+    const qint64 reads = failedReads.size();
+    if (reads == 0)
+        return levelsHeadline(faults, warnings);
+    // A machine whose reads failed is never declared free of problems.
+    if (faults == 0 && warnings == 0)
+        return localized("Bilan incomplet — ") + failedReadPart(reads);
+    return levelsHeadline(faults, warnings) + u" · "_s + failedReadPart(reads);
 }

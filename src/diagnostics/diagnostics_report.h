@@ -64,11 +64,23 @@ struct HardwareCheck
     friend bool operator==(const HardwareCheck &, const HardwareCheck &) = default;
 };
 
+// A data section whose last read failed, and why: the verdicts that needed it say so
+// rather than judge what is missing.
+struct FailedRead
+{
+    AppSection section;
+    QString failure;
+
+    friend bool operator==(const FailedRead &, const FailedRead &) = default;
+};
+
 // One run of the rules: the checks in their fixed order and the moment it was built.
 struct DiagnosticsReport
 {
     QList<HardwareCheck> checks;
     QDateTime generatedAt;
+    // The sections that could not be read, in the order of the data sections.
+    QList<FailedRead> failedReads;
 
     // Number of checks at this level. Warnings are count(attention), faults count(alerte).
     int count(CheckStatus status) const;
@@ -76,7 +88,9 @@ struct DiagnosticsReport
     CheckStatus worst() const;
     // Number of checks whose level is not nonApplicable.
     int applicableCount() const;
-    // "Aucun problème détecté", "1 anomalie détectée", "2 anomalies · 1 point à surveiller"…
+    // "Aucun problème détecté", "1 anomalie détectée", "2 anomalies · 1 point à surveiller"…;
+    // with failed reads, "Bilan incomplet — 1 lecture impossible" when nothing else is
+    // wrong, else the usual headline followed by " · 2 lectures impossibles".
     QString headline() const;
 
     friend bool operator==(const DiagnosticsReport &, const DiagnosticsReport &) = default;

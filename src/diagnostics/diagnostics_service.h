@@ -7,6 +7,7 @@
 #include "diagnostics/diagnostics_report.h"
 #include "sources/platform.h"
 
+#include <QHash>
 #include <QList>
 
 #include <optional>
@@ -21,9 +22,11 @@ namespace DiagnosticsService {
 // haptics, Touch ID, lid angle, other sensors, USB, Thunderbolt, memory, processor,
 // temperature, system. `hardware` is absent when the hardware section has not loaded,
 // `battery` when the machine has none; a section missing from `inventory` counts as empty.
-// The generation time is the clock's time once every check is built.
+// The generation time is the clock's time once every check is built. A check judged from a
+// section of `failures` (its last read failed, with this text) reads "Lecture impossible" at
+// the info level instead, and the report lists the failed reads.
 DiagnosticsReport build(const Platform &platform, const std::optional<HardwareInfo> &hardware,
                         const std::optional<BatteryInfo> &battery, const QList<StorageVolume> &volumes,
-                        const Inventory &inventory);
+                        const Inventory &inventory, const QHash<AppSection, QString> &failures = {});
 
 } // namespace DiagnosticsService

@@ -101,6 +101,8 @@ void appendVerdict(QStringList &lines, const DiagnosticsReport &report)
                  .arg(QString::number(report.applicableCount()), QString::number(report.count(CheckStatus::ok)),
                       QString::number(report.count(CheckStatus::attention)),
                       QString::number(report.count(CheckStatus::alerte)));
+    for (const FailedRead &read : report.failedReads)
+        lines << localized("Lecture impossible : %1 — %2").arg(AppSections::title(read.section), read.failure);
 }
 
 // The battery rows, with the charge level and power state of the latest live reading.

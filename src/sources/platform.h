@@ -24,6 +24,8 @@ struct ProcessOutput
     QString startError; // the platform's description when the program could not start
     int exitStatus = 0;
     QByteArray standardOutput;
+    // The run was ended after this many seconds without an answer.
+    std::optional<int> stoppedAfterSeconds;
 };
 
 class ProfilerSource

@@ -14,6 +14,8 @@ QString Failure::description() const
 {
     if (kind == Kind::processFailed)
         return localized("system_profiler a échoué : ") + detail;
+    if (kind == Kind::noAnswer)
+        return localized("system_profiler ne répond pas après %1 s pour %2").arg(seconds).arg(detail);
     return localized("Réponse de system_profiler illisible.");
 }
 
@@ -21,6 +23,8 @@ std::variant<QList<PropertyDictionary>, Failure> parseAnswer(const ProcessOutput
 {
     if (!output.started)
         return Failure::processFailed(output.startError);
+    if (output.stoppedAfterSeconds)
+        return Failure::noAnswer(dataType, *output.stoppedAfterSeconds);
     if (output.exitStatus != 0)
         return Failure::processFailed(localized("code %1 pour %2").arg(output.exitStatus).arg(dataType));
 

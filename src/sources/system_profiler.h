@@ -15,12 +15,14 @@ namespace SystemProfiler {
 // Why a profiler run gave no items; its description is the section's failure message.
 struct Failure
 {
-    enum class Kind { processFailed, unreadableOutput };
+    enum class Kind { processFailed, unreadableOutput, noAnswer };
     Kind kind = Kind::unreadableOutput;
-    QString detail; // processFailed only
+    QString detail; // processFailed: the cause; noAnswer: the data type
+    int seconds = 0; // noAnswer only: the time limit
 
     static Failure processFailed(QString detail) { return {Kind::processFailed, std::move(detail)}; }
     static Failure unreadableOutput() { return {Kind::unreadableOutput, {}}; }
+    static Failure noAnswer(QString dataType, int seconds) { return {Kind::noAnswer, std::move(dataType), seconds}; }
 
     QString description() const;
 

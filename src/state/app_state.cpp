@@ -220,7 +220,8 @@ void AppState::loadEverything(bool force, std::function<void()> done)
     };
     for (AppSection section : sections) {
         if (m_loading.contains(section)) {
-            // Already running: this full load waits for that run rather than starting another.
+            // Already running: this full load waits for that run rather than starting a
+            // second one. Every profiler run has a time limit, so the wait always ends.
             auto connection = std::make_shared<QMetaObject::Connection>();
             *connection = connect(this, &AppState::loadingChanged, this, [this, section, connection, childFinished] {
                 if (m_loading.contains(section))
@@ -249,10 +250,10 @@ void AppState::refresh(AppSection current, std::function<void()> done)
 
 void AppState::rebuildReport()
 {
-    // Nothing to judge: the previous report, if any, stays.
-    if (!m_hardware && m_volumes.isEmpty() && m_inventory.isEmpty())
+    // Nothing to judge and nothing to say: the previous report, if any, stays.
+    if (!m_hardware && m_volumes.isEmpty() && m_inventory.isEmpty() && m_failures.isEmpty())
         return;
-    m_report = DiagnosticsService::build(m_platform, m_hardware, m_battery, m_volumes, m_inventory);
+    m_report = DiagnosticsService::build(m_platform, m_hardware, m_battery, m_volumes, m_inventory, m_failures);
     Q_EMIT reportChanged();
 }
 

@@ -51,6 +51,28 @@ private Q_SLOTS:
         QTEST(report.headline(), "headline");
     }
 
+    // Failed reads are counted in the headline; they never leave it saying all is well.
+    void failedReadsInTheHeadline_data()
+    {
+        QTest::addColumn<QString>("levels");
+        QTest::addColumn<int>("reads");
+        QTest::addColumn<QString>("headline");
+        QTest::newRow("all correct, one read failed") << u"oo"_s << 1 << u"Bilan incomplet — 1 lecture impossible"_s;
+        QTest::newRow("nothing judged, three failed") << QString() << 3 << u"Bilan incomplet — 3 lectures impossibles"_s;
+        QTest::newRow("a warning and a failed read") << u"ow"_s << 1 << u"1 point à surveiller · 1 lecture impossible"_s;
+        QTest::newRow("a fault and two failed reads") << u"fo"_s << 2 << u"1 anomalie détectée · 2 lectures impossibles"_s;
+    }
+
+    void failedReadsInTheHeadline()
+    {
+        QFETCH(QString, levels);
+        QFETCH(int, reads);
+        DiagnosticsReport report = reportOf(levels);
+        for (int i = 0; i < reads; ++i)
+            report.failedReads.append({AppSections::dataSections().at(i), u"Réponse de system_profiler illisible."_s});
+        QTEST(report.headline(), "headline");
+    }
+
     void countsPerLevel()
     {
         const DiagnosticsReport report = reportOf(u"oowfiinnnw"_s);

@@ -36,11 +36,16 @@ DiagnosticsReport captureReport(const QString &name)
     const Result<HardwareInfo> hardware = HardwareService::load(platform);
     const Result<QList<StorageVolume>> volumes = InventoryService::storage(platform);
     Inventory inventory;
-    for (const AppSection section : AppSections::allCases())
+    QHash<AppSection, QString> failures;
+    for (const AppSection section : AppSections::allCases()) {
         if (Result<QList<DeviceNode>> nodes = InventoryService::devices(platform, section); nodes.ok())
             inventory.insert(section, nodes.value());
+        else
+            failures.insert(section, nodes.failure().description());
+    }
     return DiagnosticsService::build(platform, hardware.ok() ? std::optional(hardware.value()) : std::nullopt,
-                                     BatteryService::load(platform), volumes.ok() ? volumes.value() : QList<StorageVolume>(), inventory);
+                                     BatteryService::load(platform), volumes.ok() ? volumes.value() : QList<StorageVolume>(), inventory,
+                                     failures);
 }
 
 } // namespace
@@ -141,8 +146,11 @@ private Q_SLOTS:
         // 227 256 819 712 of 245 107 195 904 bytes used: 92.7 %.
         QTest::newRow("internal disk nearly full") << u"storage-mix"_s << u"1 point à surveiller"_s << 1
             << u"attention | Rempli à 93 %, il ne reste que 17,85\u00A0Go. | 245,11\u00A0Go | 0.927173 | -"_s;
-        QTest::newRow("camera report unreadable") << u"profiler-failures"_s << u"Aucun problème détecté"_s << 6
-            << u"info | Aucune caméra détectée. | Non détectée"_s;
+        // USB, Thunderbolt, Bluetooth and camera answers fail: none of them is judged.
+        QTest::newRow("camera report unreadable") << u"profiler-failures"_s << u"Bilan incomplet — 4 lectures impossibles"_s << 6
+            << u"info | Lecture impossible — Réponse de system_profiler illisible. | Lecture impossible"_s;
+        QTest::newRow("USB tool failed") << u"profiler-failures"_s << u"Bilan incomplet — 4 lectures impossibles"_s << 14
+            << u"info | Lecture impossible — system_profiler a échoué : code 1 pour SPUSBDataType | Lecture impossible"_s;
     }
 
     void otherCaptures()

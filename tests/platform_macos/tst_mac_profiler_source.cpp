@@ -1,6 +1,11 @@
 #include "common/test_main.h"
 
+#include "common/silent_platform.h"
 #include "platform/macos/mac_profiler_source.h"
+#include "records/history.h"
+#include "records/report_builder.h"
+#include "sources/system_profiler.h"
+#include "state/app_state.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -129,6 +134,49 @@ private Q_SLOTS:
         const ProcessOutput output = MacProfilerSource(tool).run({});
         QVERIFY(output.started);
         QCOMPARE(QString::fromUtf8(output.standardOutput.trimmed()), ownInput);
+    }
+
+    // A tool that never answers is killed at its time limit and reads as no answer.
+    void toolPastItsTimeLimitIsKilled()
+    {
+        const QString marker = m_dir.filePath(u"still-running"_s);
+        const QString tool = writeScript(m_dir, u"silent"_s, "printf '{'\nexec sleep 60");
+        QElapsedTimer elapsed;
+        elapsed.start();
+        const ProcessOutput output = MacProfilerSource(tool, std::chrono::milliseconds(300)).run({});
+        QVERIFY(elapsed.elapsed() < 10000);
+        QVERIFY(output.started);
+        QCOMPARE(output.stoppedAfterSeconds, std::optional<int>(1));
+        const SystemProfiler::Failure failure = std::get<SystemProfiler::Failure>(
+            SystemProfiler::parseAnswer(output, u"SPBluetoothDataType"_s));
+        QCOMPARE(failure.description(), u"system_profiler ne répond pas après 1 s pour SPBluetoothDataType"_s);
+    }
+
+    // A full load whose Bluetooth answer never comes: the other sections are judged,
+    // reported and recorded, and Bluetooth fails with the time limit's text.
+    void aToolThatNeverAnswersLeavesTheRestOfTheBilan()
+    {
+        const QString sample = QStringLiteral(QUILLON_CAPTURES_DIR) + u"/sample/profiler"_s;
+        const QString tool = writeScript(m_dir, u"profiler"_s,
+                                         "[ \"$2\" = SPBluetoothDataType ] && exec sleep 60\n"
+                                         "cat \"" + sample.toUtf8() + "/$2.json\"");
+        AppState state(SilentPlatform::with(std::make_shared<MacProfilerSource>(tool, std::chrono::milliseconds(1500))));
+        bool loaded = false;
+        state.loadEverything(false, [&loaded] { loaded = true; });
+        QTRY_VERIFY_WITH_TIMEOUT(loaded, 20000);
+        QVERIFY(state.report());
+        QCOMPARE(state.failure(AppSection::bluetooth),
+                 std::optional<QString>(u"system_profiler ne répond pas après 2 s pour SPBluetoothDataType"_s));
+        QVERIFY(state.hardware());
+        QVERIFY(state.report()->headline().endsWith(u"1 lecture impossible"_s));
+        ReportContents contents;
+        contents.hardware = state.hardware();
+        contents.report = state.report();
+        const QString text = ReportBuilder::build(contents, ReportStamp::ofThisApplication(QDateTime::currentDateTimeUtc()));
+        QVERIFY(text.contains(u"\nLecture impossible : Bluetooth — system_profiler ne répond pas après 2 s pour SPBluetoothDataType\n"_s));
+        History journal(SilentPlatform::with(nullptr).clock, m_dir.filePath(u"journal"_s));
+        journal.record(state.hardware(), state.battery(), state.volumes(), state.report());
+        QCOMPARE(journal.count(), 1);
     }
 
     // Last on purpose: once the application quits, no run is allowed again.

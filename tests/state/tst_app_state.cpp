@@ -219,7 +219,7 @@ private Q_SLOTS:
         QVERIFY(!state.isLoading(AppSection::overview));
     }
 
-    void everySectionFailingLeavesNoReportButStampsTheFullLoad()
+    void everySectionFailingIsSaidByTheReport()
     {
         AppState state(fakePlatform());
         for (const QString &type : allDataTypes)
@@ -227,7 +227,8 @@ private Q_SLOTS:
         QSignalSpy everything(&state, &AppState::everythingLoaded);
         loadAndWait(state, AppSection::diagnostics, false);
         QCOMPARE(everything.count(), 1);
-        QVERIFY(!state.report());
+        QVERIFY(state.report());
+        QCOMPARE(state.report()->headline(), u"Bilan incomplet — 9 lectures impossibles"_s);
         QVERIFY(state.lastRefresh());
         // Nine sections report a failure; the battery collector never fails.
         QCOMPARE(state.failures().size(), 9);

@@ -1,5 +1,6 @@
 #include "platform/macos/mac_profiler_source.h"
 
+#include <QElapsedTimer>
 #include <QProcess>
 
 #include <atomic>
@@ -14,19 +15,31 @@ std::atomic<bool> quitting = false;
 // How often a run looks whether the application is quitting while the tool works.
 constexpr int quitCheckIntervalMs = 100;
 
-// Waits for the tool's end, however long it takes, unless the application quits first.
-// QProcess keeps reading both pipes into its buffers meanwhile, so a large answer on either
-// stream never fills its pipe and blocks the tool.
-void waitForEnd(QProcess &process)
+void killAndReap(QProcess &process)
 {
+    process.kill();
+    process.waitForFinished(-1);
+}
+
+// Waits for the tool's end until the time limit, unless the application quits first; false
+// when the limit ended the run. QProcess keeps reading both pipes into its buffers
+// meanwhile, so a large answer on either stream never fills its pipe and blocks the tool.
+bool waitForEnd(QProcess &process, std::chrono::milliseconds limit)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
     while (process.state() != QProcess::NotRunning) {
         if (quitting.load()) {
-            process.kill();
-            process.waitForFinished(-1);
-            return;
+            killAndReap(process);
+            return true;
+        }
+        if (std::chrono::milliseconds(elapsed.elapsed()) >= limit) {
+            killAndReap(process);
+            return false;
         }
         process.waitForFinished(quitCheckIntervalMs);
     }
+    return true;
 }
 
 // The tool's exit status. A tool ended by a signal never reads as a success: QProcess on
@@ -40,7 +53,10 @@ int exitStatusOf(const QProcess &process)
 
 } // namespace
 
-MacProfilerSource::MacProfilerSource(QString program) : m_program(std::move(program)) {}
+MacProfilerSource::MacProfilerSource(QString program, std::chrono::milliseconds timeLimit)
+    : m_program(std::move(program)), m_timeLimit(timeLimit)
+{
+}
 
 ProcessOutput MacProfilerSource::run(const QStringList &arguments) const
 {
@@ -58,7 +74,10 @@ ProcessOutput MacProfilerSource::run(const QStringList &arguments) const
         return output;
     }
     output.started = true;
-    waitForEnd(process);
+    if (!waitForEnd(process, m_timeLimit)) {
+        output.stoppedAfterSeconds = int(std::chrono::ceil<std::chrono::seconds>(m_timeLimit).count());
+        return output;
+    }
     output.standardOutput = process.readAllStandardOutput();
     // Standard error went to a buffer of its own and is dropped with the process.
     output.exitStatus = exitStatusOf(process);

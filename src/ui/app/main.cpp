@@ -1,3 +1,4 @@
+#include "collectors/app_info.h"
 #include "platform/factory/platform_factory.h"
 #include "ui/app/quillon_app.h"
 #include "ui/theme/theme.h"
@@ -68,7 +69,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setOrganizationName(u"Quillon"_s);
     QGuiApplication::setOrganizationDomain(u"quillon.app"_s);
     QGuiApplication::setApplicationName(u"Quillon"_s);
-    QGuiApplication::setApplicationVersion(QStringLiteral(QUILLON_VERSION));
+    QGuiApplication::setApplicationVersion(AppInfo::versionLabel());
     installQtTranslations(application);
     const std::optional<QString> capturePath = captureFromCommandLine(application);
     chooseStyle(application);

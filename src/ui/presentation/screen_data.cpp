@@ -133,19 +133,27 @@ QVariantList ScreenData::configurationFigures() const
     return figures;
 }
 
+// The banner's level: the worst verdict, except that a bilan with failed reads never shows
+// the green all-clear.
+CheckStatus ScreenData::bannerLevel(const DiagnosticsReport &report)
+{
+    const CheckStatus worst = report.worst();
+    return !report.failedReads.isEmpty() && worst == CheckStatus::ok ? CheckStatus::info : worst;
+}
+
 QString ScreenData::worstStatus() const
 {
-    return m_state.report() ? Presentation::checkStatusRawValue(m_state.report()->worst()) : QString();
+    return m_state.report() ? Presentation::checkStatusRawValue(bannerLevel(*m_state.report())) : QString();
 }
 
 QString ScreenData::worstColourRole() const
 {
-    return m_state.report() ? Presentation::levelColourRole(m_state.report()->worst()) : QString();
+    return m_state.report() ? Presentation::levelColourRole(bannerLevel(*m_state.report())) : QString();
 }
 
 QString ScreenData::worstSymbol() const
 {
-    return m_state.report() ? CheckStatuses::symbol(m_state.report()->worst()) : QString();
+    return m_state.report() ? CheckStatuses::symbol(bannerLevel(*m_state.report())) : QString();
 }
 
 QString ScreenData::detailLine() const

@@ -68,6 +68,8 @@ class ScreenData : public QObject
     Q_PROPERTY(QString footerLine READ footerLine NOTIFY changed)
 
 public:
+    // The banner's level: the worst verdict, but never the all-clear when reads failed.
+    static CheckStatus bannerLevel(const DiagnosticsReport &report);
     explicit ScreenData(const AppState &state, QObject *parent = nullptr);
 
     bool hasHardware() const;
