@@ -280,7 +280,8 @@ void History::removeIds(const QSet<QUuid> &ids)
 
 QString History::csv() const
 {
-    return HistoryCsv::text(m_entries);
+    // The byte-order mark tells spreadsheets the text is UTF-8, wherever it is written.
+    return QChar(0xFEFF) + HistoryCsv::text(m_entries);
 }
 
 QString History::exportCsv(const QString &filePath) const
@@ -290,8 +291,7 @@ QString History::exportCsv(const QString &filePath) const
         return file.errorString();
     // Serial numbers: readable by the owner only, from the first byte on.
     file.setPermissions(ownerOnly);
-    file.write(HistoryCsv::exportBytes(m_entries));
-    if (!file.commit())
+    if (file.write(HistoryCsv::exportBytes(m_entries)) < 0 || !file.commit())
         return file.errorString();
     QFile::setPermissions(filePath, ownerOnly);
     return QString();

@@ -97,7 +97,7 @@ public:
     // Removes every entry, then saves.
     Q_INVOKABLE void clear();
 
-    // The semicolon-separated spreadsheet text of the journal.
+    // The semicolon-separated spreadsheet text of the journal, after the byte-order mark.
     Q_INVOKABLE QString csv() const;
     // Writes the exported spreadsheet (byte-order mark and text) to `filePath`, replacing
     // any file there. Returns the platform's error description, or an empty text.

@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QRegularExpression>
 #include <QLocale>
 #include <QStringList>
 
@@ -341,14 +342,29 @@ QString row(const QStringList &cells)
 
 } // namespace
 
+namespace {
+
+// A whole number or a decimal, with its sign: a spreadsheet reads it as a number, never as
+// a formula.
+bool isNumber(const QString &cell)
+{
+    static const QRegularExpression number(u"^[+-]?[0-9]+([.,][0-9]+)?$"_s);
+    return number.match(cell).hasMatch();
+}
+
+} // namespace
+
 QString escapedCell(const QString &cell)
 {
-    // A carriage return alone is left as it is: only these three characters need quotes.
-    if (!cell.contains(u';') && !cell.contains(u'"') && !cell.contains(u'\n'))
-        return cell;
-    QString quoted = cell;
-    quoted.replace(u"\""_s, u"\"\""_s);
-    return u'"' + quoted + u'"';
+    QString safe = cell;
+    // A cell that a spreadsheet would run as a formula starts with an apostrophe instead.
+    static const QString formulaStarts = u"=+-@\t\r"_s;
+    if (!safe.isEmpty() && formulaStarts.contains(safe.at(0)) && !isNumber(safe))
+        safe.prepend(u'\'');
+    if (!safe.contains(u';') && !safe.contains(u'"') && !safe.contains(u'\n') && !safe.contains(u'\r'))
+        return safe;
+    safe.replace(u"\""_s, u"\"\""_s);
+    return u'"' + safe + u'"';
 }
 
 QString text(const QList<HistoryEntry> &entries)

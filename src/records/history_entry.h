@@ -63,8 +63,10 @@ QString text(const QList<HistoryEntry> &entries);
 // The bytes of an exported file: the UTF-8 byte-order mark, then the text in UTF-8.
 QByteArray exportBytes(const QList<HistoryEntry> &entries);
 
-// A cell as written in the text: quoted, with its quotes doubled, when it holds a
-// semicolon, a double quote or a line feed; as it is otherwise.
+// A cell as written in the text: after an apostrophe when it starts with =, +, -, @, a tab
+// or a carriage return and is not a number (so no spreadsheet runs it as a formula); then
+// quoted, with its quotes doubled, when it holds a semicolon, a double quote, a line feed
+// or a carriage return; as it is otherwise.
 QString escapedCell(const QString &cell);
 
 } // namespace HistoryCsv

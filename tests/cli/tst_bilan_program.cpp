@@ -177,6 +177,8 @@ private Q_SLOTS:
         QCOMPARE(bilan({u"--capture"_s, capturesDir + u"/worn-battery"_s, u"--record"_s}).exitCode, 0);
         const Run csv = bilan({u"--journal-csv"_s});
         QCOMPARE(csv.exitCode, 0);
+        // Redirected to a file, it opens in a spreadsheet with its accents.
+        QVERIFY(csv.standardOutput.startsWith(QChar(0xFEFF) + u"Date;Modèle;"_s));
         const QStringList lines = csv.standardOutput.split(u'\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 3); // header and two machines
         QVERIFY(lines.at(1).contains(u"MacBookAir10,1"_s) || lines.at(1).contains(u"MacBook Air"_s));
