@@ -125,9 +125,11 @@ function swap_json(text,    total, used, available) {
 
 # The JSON value of one kernel value, or "" for a value Quillon does not read.
 function kernel_value(name, value) {
-    if (name == "kern.osproductversion" || name == "kern.osversion" || name == "kern.osrelease")
+    if (name == "kern.osproductversion" || name == "kern.osversion" || name == "kern.osrelease" \
+        || name ~ /^hw\.perflevel[0-9]\.name$/)
         return value == "" ? "" : json_string(value)
-    if (name == "hw.memsize" || name == "hw.physicalcpu" || name == "hw.logicalcpu")
+    if (name == "hw.memsize" || name == "hw.physicalcpu" || name == "hw.logicalcpu" || name == "hw.nperflevels" \
+        || name ~ /^hw\.perflevel[0-9]\.physicalcpu$/)
         return json_integer(value)
     if (name == "kern.boottime")
         return boot_seconds(value)

@@ -44,7 +44,8 @@ AppleMultitouchDevice"
 # The Wi-Fi candidates are also looked up by registry name.
 registry_names="AppleBCMWLANCore AirPortBrcmNIC AirPortBrcm4360 AppleIntelWifiAdapter"
 kernel_values="kern.osproductversion kern.osversion kern.osrelease hw.memsize hw.physicalcpu hw.logicalcpu
-kern.boottime vm.swapusage"
+kern.boottime vm.swapusage hw.nperflevels hw.perflevel0.name hw.perflevel0.physicalcpu hw.perflevel1.name
+hw.perflevel1.physicalcpu hw.perflevel2.name hw.perflevel2.physicalcpu"
 
 # The exact standard output of each run; its exit status beside it when it is not 0.
 record_profiler() {

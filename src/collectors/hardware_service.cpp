@@ -140,9 +140,76 @@ QList<qint64> coreCounts(const PropertyDictionary &hardwareItem)
     return counts;
 }
 
+namespace {
+
+// A tier's name as the core counts say it: the kernel's English word in French, any other
+// word as macOS writes it, in lower case.
+QString tierWord(const QString &kernelName)
+{
+    const QString name = kernelName.trimmed();
+    if (name.compare(u"Super"_s, Qt::CaseInsensitive) == 0)
+        return localized("super");
+    if (name.compare(u"Performance"_s, Qt::CaseInsensitive) == 0)
+        return localized("performance");
+    if (name.compare(u"Efficiency"_s, Qt::CaseInsensitive) == 0)
+        return localized("efficacité");
+    return name.toLower();
+}
+
+} // namespace
+
+QList<CoreTier> coreTiers(const PropertyDictionary &hardwareItem, const KernelSource &kernel)
+{
+    const QList<qint64> counts = coreCounts(hardwareItem);
+    QList<CoreTier> named;
+    const qint64 levels = Sysctl::integer(kernel, "hw.nperflevels").value_or(0);
+    for (qint64 level = 0; level < std::min<qint64>(levels, 8); ++level) {
+        const QByteArray prefix = "hw.perflevel" + QByteArray::number(level);
+        const std::optional<QString> name = Sysctl::string(kernel, prefix + ".name");
+        const std::optional<qint64> cores = Sysctl::integer(kernel, prefix + ".physicalcpu");
+        if (!name || name->trimmed().isEmpty() || !cores || *cores <= 0)
+            return {};
+        named.append({tierWord(*name), *cores});
+    }
+    const bool superTier = std::any_of(named.cbegin(), named.cend(),
+                                       [](const CoreTier &tier) { return tier.name == localized("super"); });
+    // The fourth field ("total:top:efficiency:second") counts a second tier of large cores.
+    const bool secondTier = counts.size() >= 4 && counts[3] != 0;
+    if (!superTier && !secondTier)
+        return {};
+    if (!named.isEmpty())
+        return named;
+    if (!secondTier)
+        return {};
+    // Without the kernel's names, the fields' own order: super, performance, efficiency.
+    QList<CoreTier> fromFields{{localized("super"), counts[1]}, {localized("performance"), counts[3]}};
+    if (counts[2] != 0)
+        fromFields.append({localized("efficacité"), counts[2]});
+    return fromFields;
+}
+
+namespace {
+
+qint64 totalOf(const QList<CoreTier> &tiers)
+{
+    qint64 total = 0;
+    for (const CoreTier &tier : tiers)
+        total += tier.count;
+    return total;
+}
+
+} // namespace
+
 QString coreSummary(const PropertyDictionary &hardwareItem, const KernelSource &kernel)
 {
     const QList<qint64> counts = coreCounts(hardwareItem);
+    if (const QList<CoreTier> tiers = coreTiers(hardwareItem, kernel); !tiers.isEmpty()) {
+        QStringList parts;
+        for (const CoreTier &tier : tiers)
+            parts.append(u"%1 %2"_s.arg(tier.count).arg(tier.name));
+        const qint64 total = counts.isEmpty() ? totalOf(tiers) : counts.first();
+        return localized("%1 cœurs — %2").arg(total).arg(parts.join(u" + "_s));
+    }
     if (counts.size() >= 3)
         return localized("%1 cœurs — %2 performance + %3 efficacité").arg(counts[0]).arg(counts[1]).arg(counts[2]);
 
@@ -164,9 +231,16 @@ QString coreSummary(const PropertyDictionary &hardwareItem, const KernelSource &
     return localized("%1 cœurs / %2 threads").arg(*total).arg(*logical);
 }
 
-QString shortCoreSummary(const PropertyDictionary &hardwareItem)
+QString shortCoreSummary(const PropertyDictionary &hardwareItem, const KernelSource &kernel)
 {
     const QList<qint64> counts = coreCounts(hardwareItem);
+    if (const QList<CoreTier> tiers = coreTiers(hardwareItem, kernel); !tiers.isEmpty()) {
+        QStringList parts;
+        for (const CoreTier &tier : tiers)
+            parts.append(u"%1%2"_s.arg(tier.count).arg(tier.name.left(1).toUpper()));
+        const qint64 total = counts.isEmpty() ? totalOf(tiers) : counts.first();
+        return u"%1 (%2)"_s.arg(total).arg(parts.join(u" + "_s));
+    }
     if (counts.size() >= 3)
         return localized("%1 (%2P + %3E)").arg(counts[0]).arg(counts[1]).arg(counts[2]);
     if (!counts.isEmpty())
@@ -292,7 +366,7 @@ Result<HardwareInfo> load(const Platform &platform)
     }
     info.chip = chip;
     info.cores = cores;
-    info.coresShort = shortCoreSummary(hardware);
+    info.coresShort = shortCoreSummary(hardware, kernel);
     info.memory = memory;
     info.osVersion = osVersion(kernel, process);
     info.uptime = uptime(kernel, now);

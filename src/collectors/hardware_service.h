@@ -23,14 +23,28 @@ Result<HardwareInfo> load(const Platform &platform);
 QString intelProcessorLabel(const PropertyDictionary &hardwareItem);
 
 // The counts of "number_processors": "proc 12:8:4" gives total, performance and efficiency;
+// since macOS 26 a fourth field counts a second tier of large cores ("proc 18:6:0:12");
 // an Intel Mac reports a plain count.
 QList<qint64> coreCounts(const PropertyDictionary &hardwareItem);
 
-// "12 cœurs — 8 performance + 4 efficacité", "8 cœurs / 16 threads", "8 cœurs" or "—".
+// One tier of cores, named in French ("super", "performance", "efficacité").
+struct CoreTier
+{
+    QString name;
+    qint64 count = 0;
+};
+
+// The core tiers of a chip with a "super" tier or a second tier of large cores, best first,
+// named by the kernel (hw.perflevelN.name) or else by the fields' order; empty for every
+// other Mac, whose counts read as performance and efficiency.
+QList<CoreTier> coreTiers(const PropertyDictionary &hardwareItem, const KernelSource &kernel);
+
+// "12 cœurs — 8 performance + 4 efficacité", "18 cœurs — 6 super + 12 performance",
+// "8 cœurs / 16 threads", "8 cœurs" or "—".
 QString coreSummary(const PropertyDictionary &hardwareItem, const KernelSource &kernel);
 
-// The tile form: "12 (8P + 4E)", "8 cœurs" or "—".
-QString shortCoreSummary(const PropertyDictionary &hardwareItem);
+// The tile form: "12 (8P + 4E)", "18 (6S + 12P)", "8 cœurs" or "—".
+QString shortCoreSummary(const PropertyDictionary &hardwareItem, const KernelSource &kernel);
 
 // The profiler's memory text with its English unit ("16 GB"), or the kernel's byte count
 // when the profiler gave none.

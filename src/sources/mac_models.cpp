@@ -14,9 +14,14 @@ const QHash<QString, Model> &table()
 {
     // Intel models keep generic names without a chip suffix on purpose.
     static const QHash<QString, Model> models{
+        {u"Mac17,6"_s, {u"MacBook Pro 16″ M5 Pro/Max"_s, 2026}},
+        {u"Mac17,8"_s, {u"MacBook Pro 16″ M5 Pro/Max"_s, 2026}},
+        {u"Mac17,7"_s, {u"MacBook Pro 14″ M5 Pro/Max"_s, 2026}},
+        {u"Mac17,9"_s, {u"MacBook Pro 14″ M5 Pro/Max"_s, 2026}},
+        {u"Mac17,2"_s, {u"MacBook Pro 14″ M5"_s, 2025}},
         {u"Mac16,7"_s, {u"MacBook Pro 16″ M4 Pro/Max"_s, 2024}},
-        {u"Mac16,5"_s, {u"MacBook Pro 14″ M4 Pro/Max"_s, 2024}},
-        {u"Mac16,6"_s, {u"MacBook Pro 16″ M4 Pro/Max"_s, 2024}},
+        {u"Mac16,5"_s, {u"MacBook Pro 16″ M4 Pro/Max"_s, 2024}},
+        {u"Mac16,6"_s, {u"MacBook Pro 14″ M4 Pro/Max"_s, 2024}},
         {u"Mac16,8"_s, {u"MacBook Pro 14″ M4 Pro/Max"_s, 2024}},
         {u"Mac16,1"_s, {u"MacBook Pro 14″ M4"_s, 2024}},
         {u"Mac15,3"_s, {u"MacBook Pro 14″ M3"_s, 2023}},
@@ -53,6 +58,9 @@ const QHash<QString, Model> &table()
         {u"MacBookPro12,1"_s, {u"MacBook Pro 13″ Retina"_s, 2015}},
         {u"MacBookPro11,4"_s, {u"MacBook Pro 15″ Retina"_s, 2015}},
         {u"MacBookPro11,5"_s, {u"MacBook Pro 15″ Retina"_s, 2015}},
+        {u"Mac17,3"_s, {u"MacBook Air 13″ M5"_s, 2026}},
+        {u"Mac17,4"_s, {u"MacBook Air 15″ M5"_s, 2026}},
+        {u"Mac17,5"_s, {u"MacBook Neo A18 Pro"_s, 2026}},
         {u"Mac16,12"_s, {u"MacBook Air 13″ M4"_s, 2025}},
         {u"Mac16,14"_s, {u"MacBook Air 15″ M4"_s, 2025}},
         {u"Mac16,13"_s, {u"MacBook Air 15″ M4"_s, 2025}},
@@ -76,7 +84,9 @@ const QHash<QString, Model> &table()
         {u"Macmini9,1"_s, {u"Mac mini M1"_s, 2020}},
         {u"Macmini8,1"_s, {u"Mac mini"_s, 2018}},
         {u"Mac16,3"_s, {u"iMac 24″ M4"_s, 2024}},
+        {u"Mac16,2"_s, {u"iMac 24″ M4"_s, 2024}},
         {u"Mac15,4"_s, {u"iMac 24″ M3"_s, 2023}},
+        {u"Mac15,5"_s, {u"iMac 24″ M3"_s, 2023}},
         {u"iMac21,1"_s, {u"iMac 24″ M1"_s, 2021}},
         {u"iMac21,2"_s, {u"iMac 24″ M1"_s, 2021}},
         {u"iMac20,1"_s, {u"iMac 27″"_s, 2020}},
@@ -88,7 +98,9 @@ const QHash<QString, Model> &table()
         {u"Mac13,1"_s, {u"Mac Studio M1 Max"_s, 2022}},
         {u"Mac13,2"_s, {u"Mac Studio M1 Ultra"_s, 2022}},
         {u"Mac16,9"_s, {u"Mac Studio M4 Max"_s, 2025}},
-        {u"Mac15,14"_s, {u"Mac Studio M3 Ultra"_s, 2025}},    };
+        {u"Mac15,14"_s, {u"Mac Studio M3 Ultra"_s, 2025}},
+        {u"Mac14,8"_s, {u"Mac Pro M2 Ultra"_s, 2023}},
+    };
     return models;
 }
 

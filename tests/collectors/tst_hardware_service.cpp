@@ -19,7 +19,8 @@ QString cores(const QVariant &numberProcessors, const QByteArray &kernelJson = "
 {
     const PropertyDictionary item = numberProcessors.isValid() ? PropertyDictionary{{u"number_processors"_s, numberProcessors}}
                                                                : PropertyDictionary();
-    return coreSummary(item, FakeKernel(kernelJson)) + u" | "_s + shortCoreSummary(item);
+    const FakeKernel kernel(kernelJson);
+    return coreSummary(item, kernel) + u" | "_s + shortCoreSummary(item, kernel);
 }
 
 // The identity and rows of a Mac whose software answer fails when `software` is empty, or
@@ -103,6 +104,25 @@ private Q_SLOTS:
         QTest::newRow("cores of Apple silicon") << cores(u"proc 10:4:6"_s) << u"10 cœurs — 4 performance + 6 efficacité | 10 (4P + 6E)"_s;
         QTest::newRow("cores: pieces that are no integers dropped") << cores(u"proc 12:x:8:4"_s)
             << u"12 cœurs — 8 performance + 4 efficacité | 12 (8P + 4E)"_s;
+        // Since macOS 26, four fields; the kernel names the tiers.
+        const QByteArray m5Max = R"({"hw.nperflevels": 2, "hw.perflevel0.name": "Super", "hw.perflevel0.physicalcpu": 6,
+            "hw.perflevel1.name": "Performance", "hw.perflevel1.physicalcpu": 12})";
+        QTest::newRow("cores: M5 Max, super and performance") << cores(u"proc 18:6:0:12"_s, m5Max)
+            << u"18 cœurs — 6 super + 12 performance | 18 (6S + 12P)"_s;
+        QTest::newRow("cores: M5 Max without the kernel's names") << cores(u"proc 18:6:0:12"_s)
+            << u"18 cœurs — 6 super + 12 performance | 18 (6S + 12P)"_s;
+        QTest::newRow("cores: base M5, super and efficiency") << cores(u"proc 10:4:6:0"_s,
+            R"({"hw.nperflevels": 2, "hw.perflevel0.name": "Super", "hw.perflevel0.physicalcpu": 4,
+                "hw.perflevel1.name": "Efficiency", "hw.perflevel1.physicalcpu": 6})")
+            << u"10 cœurs — 4 super + 6 efficacité | 10 (4S + 6E)"_s;
+        QTest::newRow("cores: M4 on macOS 26 reads as before") << cores(u"proc 10:4:6:0"_s,
+            R"({"hw.nperflevels": 2, "hw.perflevel0.name": "Performance", "hw.perflevel0.physicalcpu": 4,
+                "hw.perflevel1.name": "Efficiency", "hw.perflevel1.physicalcpu": 6})")
+            << u"10 cœurs — 4 performance + 6 efficacité | 10 (4P + 6E)"_s;
+        QTest::newRow("cores: a tier macOS names otherwise") << cores(u"proc 10:4:0:6"_s,
+            R"({"hw.nperflevels": 2, "hw.perflevel0.name": "Super", "hw.perflevel0.physicalcpu": 4,
+                "hw.perflevel1.name": "Turbo", "hw.perflevel1.physicalcpu": 6})")
+            << u"10 cœurs — 4 super + 6 turbo | 10 (4S + 6T)"_s;
         QTest::newRow("cores: Intel count with threads") << cores(qint64(8), R"({"hw.logicalcpu": 16})")
             << u"8 cœurs / 16 threads | 8 cœurs"_s;
         QTest::newRow("cores: as many threads as cores") << cores(qint64(8), R"({"hw.logicalcpu": 8})") << u"8 cœurs | 8 cœurs"_s;

@@ -30,7 +30,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::newRow("override wins") << u"Mac16,7"_s << u"MacBook Pro 16″ révisé, 2026"_s;
         QTest::newRow("new identifier") << u"Mac99,1"_s << u"Prototype, 2031"_s;
-        QTest::newRow("built-in entry still there") << u"Mac16,5"_s << u"MacBook Pro 14″ M4 Pro/Max, 2024"_s;
+        QTest::newRow("built-in entry still there") << u"Mac16,5"_s << u"MacBook Pro 16″ M4 Pro/Max, 2024"_s;
     }
 
     void commercialName()

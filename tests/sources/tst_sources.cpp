@@ -180,6 +180,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("identifier");
         QTest::addColumn<QString>("name");
         QTest::newRow("Mac16,7") << u"Mac16,7"_s << u"MacBook Pro 16″ M4 Pro/Max, 2024"_s;
+        // The 16″ and 14″ M4 Pro/Max were swapped once.
+        QTest::newRow("Mac16,5 is the 16-inch") << u"Mac16,5"_s << u"MacBook Pro 16″ M4 Pro/Max, 2024"_s;
+        QTest::newRow("Mac16,6 is the 14-inch") << u"Mac16,6"_s << u"MacBook Pro 14″ M4 Pro/Max, 2024"_s;
+        QTest::newRow("M5 Max MacBook Pro") << u"Mac17,6"_s << u"MacBook Pro 16″ M5 Pro/Max, 2026"_s;
+        QTest::newRow("MacBook Neo") << u"Mac17,5"_s << u"MacBook Neo A18 Pro, 2026"_s;
+        QTest::newRow("Mac Pro M2 Ultra") << u"Mac14,8"_s << u"Mac Pro M2 Ultra, 2023"_s;
         QTest::newRow("Intel, generic name") << u"MacBookPro15,3"_s << u"MacBook Pro 15″, 2019"_s;
         QTest::newRow("unknown") << u"Mac99,1"_s << none;
         QTest::newRow("lower case") << u"mac16,7"_s << none;

@@ -149,7 +149,12 @@ const QList<std::pair<QByteArray, KernelKind>> &kernelValues()
         {"kern.osproductversion", KernelKind::text}, {"kern.osversion", KernelKind::text},
         {"kern.osrelease", KernelKind::text},        {"hw.memsize", KernelKind::integer},
         {"hw.physicalcpu", KernelKind::integer},     {"hw.logicalcpu", KernelKind::integer},
-        {"kern.boottime", KernelKind::bootTime},     {"vm.swapusage", KernelKind::swapUsage}};
+        {"kern.boottime", KernelKind::bootTime},     {"vm.swapusage", KernelKind::swapUsage},
+        // The processor's core tiers, best first (absent on Intel Macs).
+        {"hw.nperflevels", KernelKind::integer},     {"hw.perflevel0.name", KernelKind::text},
+        {"hw.perflevel0.physicalcpu", KernelKind::integer}, {"hw.perflevel1.name", KernelKind::text},
+        {"hw.perflevel1.physicalcpu", KernelKind::integer}, {"hw.perflevel2.name", KernelKind::text},
+        {"hw.perflevel2.physicalcpu", KernelKind::integer}};
     return values;
 }
 
