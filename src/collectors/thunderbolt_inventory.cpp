@@ -52,11 +52,14 @@ bool codePointLess(const QString &a, const QString &b)
     return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end());
 }
 
+// A device's own link to the Mac, listed among its receptacles on USB4 Macs: not a port.
+const QString upstreamLinkKey = u"receptacle_upstream_ambiguous_tag"_s;
+
 QStringList receptacleKeys(const PropertyDictionary &dict)
 {
     QStringList keys;
     for (auto it = dict.constBegin(); it != dict.constEnd(); ++it) {
-        if (it.key().startsWith(u"receptacle_"_s) && it.key().endsWith(u"_tag"_s))
+        if (it.key().startsWith(u"receptacle_"_s) && it.key().endsWith(u"_tag"_s) && it.key() != upstreamLinkKey)
             keys.append(it.key());
     }
     std::stable_sort(keys.begin(), keys.end(), codePointLess);
@@ -71,13 +74,21 @@ std::optional<QString> portSpeed(const PropertyDictionary &port)
     return speed;
 }
 
-DeviceNode portNode(const PropertyDictionary &port)
+// The port's number: its own identifier, else the one in its key ("receptacle_2_tag").
+QString portNumber(const PropertyDictionary &port, const QString &key)
+{
+    if (const std::optional<QString> id = text(port, u"receptacle_id_key"_s))
+        return *id;
+    return key.section(u'_', 1, 1);
+}
+
+DeviceNode portNode(const PropertyDictionary &port, const QString &key)
 {
     const std::optional<QString> speed = portSpeed(port);
     const std::optional<QString> state = text(port, u"receptacle_status_key"_s);
     const bool isFree = !state || state->contains(u"no_devices"_s);
     DeviceNode node;
-    node.name = localized("Port %1").arg(text(port, u"receptacle_id_key"_s).value_or(QString()));
+    node.name = localized("Port %1").arg(portNumber(port, key));
     node.subtitle = speed;
     node.symbol = u"bolt.horizontal.circle"_s;
     node.status = isFree ? DeviceStatus::disconnected : DeviceStatus::connected;
@@ -92,7 +103,7 @@ QList<DeviceNode> receptacles(const PropertyDictionary &dict)
     QList<DeviceNode> ports;
     for (const QString &key : receptacleKeys(dict)) {
         if (const std::optional<PropertyDictionary> port = PropertyValues::dictionary(dict, key))
-            ports.append(portNode(*port));
+            ports.append(portNode(*port, key));
     }
     return ports;
 }
@@ -129,6 +140,8 @@ DeviceNode thunderboltNode(const PropertyDictionary &dict)
     node.symbol = u"bolt.horizontal"_s;
     node.status = DeviceStatus::neutral;
     node.rows = thunderboltRows(dict);
+    if (const std::optional<PropertyDictionary> link = PropertyValues::dictionary(dict, upstreamLinkKey))
+        appendRow(node.rows, localized("Débit du lien"), portSpeed(*link));
     return node;
 }
 

@@ -24,6 +24,8 @@ const QHash<QString, QString> &table()
         {u"spdisplays_metal4"_s, localized("Metal 4")},
         {u"receptacle_no_devices_connected"_s, localized("Aucun appareil connecté")},
         {u"receptacle_device_connected"_s, localized("Appareil connecté")},
+        // The same state as USB4 Macs word it since macOS 26.
+        {u"receptacle_connected"_s, localized("Appareil connecté")},
         {u"spdisplays_built-in-liquid-retina-xdr"_s, localized("Liquid Retina XDR intégré")},
         {u"spdisplays_built-in-retina-lcd"_s, localized("Retina intégré")},
         {u"coreaudio_device_type_builtin"_s, localized("Intégré")},

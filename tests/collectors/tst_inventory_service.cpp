@@ -210,6 +210,8 @@ private Q_SLOTS:
 
         // Devices first, then ports in plain text order of their keys: "receptacle_10_tag" comes
         // before "receptacle_1_tag" because the digit 0 comes before the underscore.
+        // A port without an identifier takes its key's number; the device's own upstream link
+        // is not a port.
         QTest::newRow("Thunderbolt devices, then ports") << tree(thunderbolt, R"({"_name": "thunderbolt_bus_0",
             "receptacle_2_tag": {"receptacle_id_key": "2", "receptacle_status_key": "receptacle_connected", "current_speed_key": "40 Gb/s"},
             "receptacle_10_tag": {"receptacle_id_key": "10", "receptacle_status_key": "spthunderbolt_no_devices"}, "receptacle_1_tag": {},
@@ -217,8 +219,7 @@ private Q_SLOTS:
             "receptacle_4_status": {"receptacle_id_key": "4"}, "port_5_tag": {"receptacle_id_key": "5"}, "_items": [{"_name": "TS3 Plus",
             "device_name_key": "TS3 Plus"}]})") << QStringList{u"Bus Thunderbolt 1 | - | bolt.horizontal | neutral"_s,
             u"    TS3 Plus | TS3 Plus | bolt.horizontal | neutral"_s, u"    Port 10 | - | bolt.horizontal.circle | disconnected"_s,
-            u"    Port  | - | bolt.horizontal.circle | disconnected"_s, u"    Port 2 | 40 Gb/s | bolt.horizontal.circle | connected"_s,
-            u"    Port amont | - | bolt.horizontal.circle | disconnected"_s};
+            u"    Port 1 | - | bolt.horizontal.circle | disconnected"_s, u"    Port 2 | 40 Gb/s | bolt.horizontal.circle | connected"_s};
 
         QTest::newRow("processor") << rowsIn(displays, R"({"sppci_model": "M1 Pro", "spdisplays_vendor": "sppci_vendor_apple",
             "sppci_cores": "16", "sppci_bus": "spdisplays_builtin", "spdisplays_vram": "8 GB", "spdisplays_vram_shared": "1536 MB",

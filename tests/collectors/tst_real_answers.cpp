@@ -126,8 +126,8 @@ private Q_SLOTS:
             "lidAngle Détecté, wifi BCM4387, smc Actif | 8 sensors | portable"_s,
             u"displays: Apple M1 Pro[Color LCD+, LG HDR 4K+] | 21 rows"_s,
             u"usb: USB31Bus, USB31Bus, USB31Bus, USB30Bus[USB2.1 Hub[USB Receiver+], USB3.1 Hub[PSSD T7+]] | 37 rows"_s,
-            u"thunderbolt: Bus Thunderbolt / USB4 3[Port 3-], Bus Thunderbolt / USB4 2[TS3 Plus[Port +], Port 2+], "
-            "Bus Thunderbolt / USB4 1[Port 1-] | 24 rows"_s,
+            u"thunderbolt: Bus Thunderbolt / USB4 3[Port 3-], Bus Thunderbolt / USB4 2[TS3 Plus, Port 2+], "
+            "Bus Thunderbolt / USB4 1[Port 1-] | 22 rows"_s,
             u"bluetooth: Contrôleur Bluetooth, AirPods Pro de Claire+, Magic Mouse+, iPhone de Claire-, JBL Flip 5-, "
             "Magic Keyboard- | 27 rows"_s,
             u"network: Wi-Fi+, Thunderbolt Bridge-, Bluetooth PAN- | 21 rows"_s,
