@@ -37,7 +37,7 @@ convert() {
 }
 
 data_types="SPHardwareDataType SPSoftwareDataType SPPowerDataType SPStorageDataType SPDisplaysDataType
-SPUSBDataType SPThunderboltDataType SPBluetoothDataType SPNetworkDataType SPAudioDataType SPCameraDataType"
+SPUSBDataType SPUSBHostDataType SPThunderboltDataType SPBluetoothDataType SPNetworkDataType SPAudioDataType SPCameraDataType"
 registry_classes="AppleSmartBattery AppleBiometricSensor AppleHIDKeyboardEventDriverV2 IOHIDInterface
 AppleActuatorDevice AppleBCMWLANCore AirPortBrcmNIC AirPortBrcm4360 AppleIntelWifiAdapter AppleSMC
 AppleMultitouchDevice"

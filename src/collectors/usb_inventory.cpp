@@ -3,7 +3,11 @@
 #include "collectors/inventory_support.h"
 #include "core/texts.h"
 #include "sources/property_access.h"
+#include "sources/sysctl.h"
 #include "sources/vocabulary.h"
+
+#include <QHash>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using InventorySupport::withSuffix;
@@ -69,13 +73,117 @@ QList<DeviceNode> busNodes(const QList<PropertyDictionary> &items)
     return nodes;
 }
 
+// ---- The host data type of macOS 26 and later ------------------------------------------
+
+// "480 Mb/s" reads like the older type's speed token; any other rate as macOS writes it.
+std::optional<QString> linkSpeed(const std::optional<QString> &rate)
+{
+    if (!rate)
+        return std::nullopt;
+    static const QHash<QString, QString> tokens{{u"1.5 Mb/s"_s, u"low_speed"_s},
+                                                {u"12 Mb/s"_s, u"full_speed"_s},
+                                                {u"480 Mb/s"_s, u"high_speed"_s},
+                                                {u"5 Gb/s"_s, u"super_speed"_s},
+                                                {u"10 Gb/s"_s, u"super_speed_plus"_s}};
+    const auto token = tokens.constFind(rate->trimmed());
+    return token == tokens.constEnd() ? rate : usbSpeed(*token);
+}
+
+// "Not Provided" or a serial of zeros only means there is none.
+std::optional<QString> serialNumber(const std::optional<QString> &serial)
+{
+    if (!serial || *serial == u"Not Provided"_s || serial->count(u'0') == serial->size())
+        return std::nullopt;
+    return serial;
+}
+
+// A binary-coded version, "0x0410", as the older type writes it: "4.10".
+std::optional<QString> deviceVersion(const std::optional<QString> &bcd)
+{
+    if (!bcd || !bcd->startsWith(u"0x"_s) || bcd->size() < 5)
+        return bcd;
+    const QString digits = bcd->mid(2);
+    QString major = digits.left(digits.size() - 2);
+    while (major.size() > 1 && major.startsWith(u'0'))
+        major.remove(0, 1);
+    return major + u'.' + digits.right(2);
+}
+
+// The current of a power allocation, "2.5 W (500 mA)" → "500 mA".
+std::optional<QString> milliamperes(const std::optional<QString> &allocation)
+{
+    if (!allocation)
+        return std::nullopt;
+    static const QRegularExpression current(u"\\(([0-9]+) mA\\)"_s);
+    const QRegularExpressionMatch match = current.match(*allocation);
+    return match.hasMatch() ? std::optional<QString>(match.captured(1) + u" mA"_s) : allocation;
+}
+
+QList<InfoRow> hostRows(const PropertyDictionary &dict)
+{
+    QList<InfoRow> rows;
+    appendRow(rows, localized("Fabricant"), text(dict, u"USBDeviceKeyVendorName"_s));
+    appendRow(rows, localized("Vitesse"), linkSpeed(text(dict, u"USBDeviceKeyLinkSpeed"_s)));
+    appendRow(rows, localized("Identifiant produit"), text(dict, u"USBDeviceKeyProductID"_s));
+    appendRow(rows, localized("Identifiant fabricant"), text(dict, u"USBDeviceKeyVendorID"_s));
+    appendRow(rows, localized("Numéro de série"), serialNumber(text(dict, u"USBDeviceKeySerialNumber"_s)));
+    appendRow(rows, localized("Version"), deviceVersion(text(dict, u"USBDeviceKeyProductVersion"_s)));
+    appendRow(rows, localized("Alimentation utilisée"), milliamperes(text(dict, u"USBDeviceKeyPowerAllocation"_s)));
+    appendRow(rows, localized("Contrôleur"), text(dict, u"Driver"_s));
+    appendRow(rows, localized("Emplacement"), text(dict, u"USBKeyLocationID"_s));
+    return rows;
+}
+
+DeviceNode hostNode(const PropertyDictionary &dict)
+{
+    DeviceNode node;
+    for (const PropertyDictionary &child : InventorySupport::dictionariesAt(dict, u"_items"_s))
+        node.children.append(hostNode(child));
+    node.name = InventorySupport::nameOrUnnamed(dict);
+    // A bus names its driver, with or without devices; a hub carries devices, or says so
+    // in its name when nothing hangs on it.
+    const bool isBus = text(dict, u"Driver"_s).has_value();
+    const bool isHub = isBus || !node.children.isEmpty() || node.name.contains(u"hub"_s, Qt::CaseInsensitive);
+    node.subtitle = text(dict, u"USBDeviceKeyVendorName"_s);
+    node.symbol = isHub ? u"cable.connector.horizontal"_s : u"cable.connector"_s;
+    node.status = isHub ? DeviceStatus::neutral : DeviceStatus::connected;
+    node.rows = hostRows(dict);
+    return node;
+}
+
+QList<DeviceNode> hostBusNodes(const QList<PropertyDictionary> &items)
+{
+    QList<DeviceNode> nodes;
+    for (const PropertyDictionary &dict : items)
+        nodes.append(hostNode(dict));
+    return nodes;
+}
+
+// macOS 26 lists USB devices under its host data type only.
+bool listsUsbUnderTheHostType(const Platform &platform)
+{
+    const std::optional<QString> version
+        = platform.kernel ? Sysctl::string(*platform.kernel, "kern.osproductversion") : std::nullopt;
+    bool ok = false;
+    const int major = version ? version->section(u'.', 0, 0).toInt(&ok) : 0;
+    return ok && major >= 26;
+}
+
 } // namespace
 
 namespace InventoryService {
 
 Result<QList<DeviceNode>> usb(const Platform &platform)
 {
-    return InventorySupport::collect<DeviceNode>(platform, u"SPUSBDataType"_s, busNodes);
+    const QString hostType = u"SPUSBHostDataType"_s;
+    if (listsUsbUnderTheHostType(platform))
+        return InventorySupport::collect<DeviceNode>(platform, hostType, hostBusNodes);
+    Result<QList<DeviceNode>> older = InventorySupport::collect<DeviceNode>(platform, u"SPUSBDataType"_s, busNodes);
+    if (!older.ok() || !older.value().isEmpty())
+        return older;
+    // An empty answer where the host type lists devices: the system moved them there.
+    Result<QList<DeviceNode>> host = InventorySupport::collect<DeviceNode>(platform, hostType, hostBusNodes);
+    return host.ok() && !host.value().isEmpty() ? host : older;
 }
 
 } // namespace InventoryService

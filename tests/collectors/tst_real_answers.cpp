@@ -7,6 +7,8 @@
 #include "platform/capture/property_list_reader.h"
 
 #include <QDirIterator>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 // Real answers through every collector. The captures shipped with the project: a few key
 // values and the shape of each tree, which only real answers can get wrong together. Answers
@@ -170,6 +172,74 @@ private Q_SLOTS:
             actual.append(record + u": "_s + described(platform, record));
         }
         QCOMPARE(actual, expected);
+    }
+
+    // Outputs of macOS 26 and 27 Macs: what the older rules read wrong on them.
+    void todaysMacs_data()
+    {
+        const QString current = corpus + u"/current-macs"_s;
+        if (!QDir(current).exists())
+            QSKIP("No outputs of today's Macs beside the checkout (../shared/corpus/current-macs): nothing to run.");
+        QTest::addColumn<QString>("dataType");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("kernel");
+        QTest::addColumn<QString>("expected");
+        const QByteArray tahoe = R"({"kern.osproductversion": "26.1"})";
+        // Counted by hand: the leaves that are no bus and no hub.
+        QTest::newRow("USB devices under the host type") << u"SPUSBHostDataType"_s
+            << current + u"/lsusb-macos-tahoe/tahoe_usb_full.json"_s << tahoe << u"USB: 9 connected, 0 buses or hubs"_s;
+        QTest::newRow("a bus without devices") << u"SPUSBHostDataType"_s
+            << current + u"/lsusb-macos-tahoe/tahoe_usb_basic.json"_s << tahoe << u"USB: 2 connected, 0 buses or hubs"_s;
+        // The display's upstream link is no port. Buses 2, 1, 0 in the answer's order carry the
+        // ports with identifiers 3, 2, 1; the display on bus 1 comes first with its own port 2.
+        QTest::newRow("USB4 display") << u"SPThunderboltDataType"_s
+            << current + u"/lsusb-macos-tahoe/tahoe_tb_kirb.json"_s << tahoe << u"Thunderbolt: ports 3, 2, 2, 1"_s;
+        QTest::newRow("M5 Max cores") << u"SPHardwareDataType"_s
+            << current + u"/tirekick-m5max/SPHardwareDataType_AppleSilicon_M5Max_lockEnabled.json"_s
+            << QByteArray(R"({"hw.nperflevels": 2, "hw.perflevel0.name": "Super", "hw.perflevel0.physicalcpu": 6,
+                             "hw.perflevel1.name": "Performance", "hw.perflevel1.physicalcpu": 12})")
+            << u"18 cœurs — 6 super + 12 performance | MacBook Pro 16″ M5 Pro/Max, 2026"_s;
+    }
+
+    void todaysMacs()
+    {
+        QFETCH(QString, dataType);
+        QFETCH(QString, file);
+        QFETCH(QByteArray, kernel);
+        QFile answer(file);
+        QVERIFY(answer.open(QIODevice::ReadOnly));
+        FakeMac mac;
+        mac.kernel->values = QJsonDocument::fromJson(kernel).object();
+        mac.profiler->answer(dataType, answer.readAll());
+        QString actual;
+        if (dataType == u"SPHardwareDataType"_s) {
+            const Result<HardwareInfo> hardware = HardwareService::load(mac.platform());
+            QVERIFY(hardware.ok());
+            actual = hardware.value().cores + u" | "_s + hardware.value().commercialName.value_or(u"-"_s);
+        } else if (dataType == u"SPUSBHostDataType"_s) {
+            const Result<QList<DeviceNode>> usb = InventoryService::devices(mac.platform(), AppSection::usb);
+            QVERIFY(usb.ok());
+            int connected = 0;
+            int wrong = 0;
+            for (const auto &[node, depth] : flattenedAll(usb.value())) {
+                const bool busOrHub = node.name.contains(u"Bus"_s) || node.name.contains(u"Hub"_s);
+                connected += node.status == DeviceStatus::connected;
+                wrong += busOrHub && node.status == DeviceStatus::connected;
+            }
+            actual = u"USB: %1 connected, %2 buses or hubs"_s.arg(connected).arg(wrong);
+        } else {
+            const Result<QList<DeviceNode>> thunderbolt = InventoryService::devices(mac.platform(), AppSection::thunderbolt);
+            QVERIFY(thunderbolt.ok());
+            QStringList ports;
+            for (const auto &[node, depth] : flattenedAll(thunderbolt.value())) {
+                if (node.name.startsWith(u"Port"_s))
+                    ports.append(node.name.mid(5));
+                for (const InfoRow &row : node.rows)
+                    QVERIFY2(!row.value.contains(u"receptacle_"_s), qPrintable(row.value));
+            }
+            actual = u"Thunderbolt: ports "_s + ports.join(u", "_s);
+        }
+        QTEST(actual, "expected");
     }
 
     void everyAnswer_data()

@@ -493,7 +493,7 @@ const QStringList &profilerDataTypes()
 {
     static const QStringList dataTypes{
         u"SPHardwareDataType"_s,    u"SPSoftwareDataType"_s,  u"SPPowerDataType"_s,   u"SPStorageDataType"_s,
-        u"SPDisplaysDataType"_s,    u"SPUSBDataType"_s,       u"SPThunderboltDataType"_s,
+        u"SPDisplaysDataType"_s,    u"SPUSBDataType"_s,       u"SPUSBHostDataType"_s,       u"SPThunderboltDataType"_s,
         u"SPBluetoothDataType"_s,   u"SPNetworkDataType"_s,   u"SPAudioDataType"_s,   u"SPCameraDataType"_s};
     return dataTypes;
 }
