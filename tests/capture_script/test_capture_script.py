@@ -190,7 +190,8 @@ class CorpusTest(ConverterTestCase):
 
     def test_every_sysctl_output_converts(self):
         known = {"kern.osproductversion", "kern.osversion", "kern.osrelease", "hw.memsize", "hw.physicalcpu",
-                 "hw.logicalcpu", "kern.boottime", "vm.swapusage"}
+                 "hw.logicalcpu", "kern.boottime", "vm.swapusage", "hw.nperflevels"}
+        known |= {f"hw.perflevel{level}.{field}" for level in range(3) for field in ("name", "physicalcpu")}
         for path in sorted((CORPUS / "other" / "sysctl").glob("*.txt")):
             for awk in AWKS:
                 with self.subTest(awk=awk, file=path.name):
@@ -218,7 +219,9 @@ class CorpusTest(ConverterTestCase):
              {"vm.swapusage": {"total": 2147483648, "used": 1541469635, "available": 606014013}}),
             ("kernel block of macOS 12.2.1", self.corpus_file("sysctl", "007-"),
              {"kern.osversion": "21D62", "kern.osproductversion": "12.2.1"}),
-            ("memory of a virtual machine", self.corpus_file("sysctl", "005-"), {"hw.memsize": 15032385536}),
+            ("memory and core tier of a virtual machine", self.corpus_file("sysctl", "005-"),
+             {"hw.memsize": 15032385536, "hw.nperflevels": 1, "hw.perflevel0.name": "Standard",
+              "hw.perflevel0.physicalcpu": 4}),
         ])
         self.check("powersources", [
             ("charged on AC", self.corpus_file("pmset-g-batt", "001-"),
@@ -260,7 +263,7 @@ printf '%s\\n' "$value"
 }
 
 DATA_TYPES = ["SPHardwareDataType", "SPSoftwareDataType", "SPPowerDataType", "SPStorageDataType",
-              "SPDisplaysDataType", "SPUSBDataType", "SPThunderboltDataType", "SPBluetoothDataType",
+              "SPDisplaysDataType", "SPUSBDataType", "SPUSBHostDataType", "SPThunderboltDataType", "SPBluetoothDataType",
               "SPNetworkDataType", "SPAudioDataType", "SPCameraDataType"]
 CLASSES = ["AppleSmartBattery", "AppleBiometricSensor", "AppleHIDKeyboardEventDriverV2", "IOHIDInterface",
            "AppleActuatorDevice", "AppleBCMWLANCore", "AirPortBrcmNIC", "AirPortBrcm4360", "AppleIntelWifiAdapter",
