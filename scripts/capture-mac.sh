@@ -38,7 +38,7 @@ convert() {
 
 data_types="SPHardwareDataType SPSoftwareDataType SPPowerDataType SPStorageDataType SPDisplaysDataType
 SPUSBDataType SPUSBHostDataType SPThunderboltDataType SPBluetoothDataType SPNetworkDataType SPAudioDataType SPCameraDataType"
-registry_classes="AppleSmartBattery AppleBiometricSensor AppleHIDKeyboardEventDriverV2 IOHIDInterface
+registry_classes="AppleSmartBattery AppleSmartBatteryPack AppleBiometricSensor AppleHIDKeyboardEventDriverV2 IOHIDInterface
 AppleActuatorDevice AppleBCMWLANCore AirPortBrcmNIC AirPortBrcm4360 AppleIntelWifiAdapter AppleSMC
 AppleMultitouchDevice"
 # The Wi-Fi candidates are also looked up by registry name.

@@ -153,6 +153,37 @@ QList<PropertyDictionary> powerReport(const Platform &platform)
     return {};
 }
 
+// Since macOS 27 the capacities and the temperature are no longer at the top of the battery's
+// properties: they sit in its BatteryData dictionary and in the battery pack's own service.
+// Each missing value is taken from there, so that every reader finds it where it always was.
+void fillMovedValues(PropertyDictionary &smartBattery, const RegistrySource &registry)
+{
+    const PropertyDictionary own = PropertyValues::dictionary(smartBattery, u"BatteryData"_s).value_or(PropertyDictionary());
+    const std::optional<PropertyDictionary> packService = IORegistry::first(registry, u"AppleSmartBatteryPack"_s);
+    const PropertyDictionary pack = packService ? PropertyValues::dictionary(*packService, u"BatteryData"_s)
+                                                      .value_or(PropertyDictionary())
+                                                : PropertyDictionary();
+    // Where each value moved, in order of preference.
+    const QList<std::pair<QString, QList<std::pair<const PropertyDictionary *, QString>>>> moves{
+        {u"NominalChargeCapacity"_s, {{&own, u"NominalChargeCapacity"_s}, {&pack, u"NominalChargeCapacity"_s}}},
+        {u"DesignCapacity"_s, {{&own, u"DesignCapacity"_s}, {&pack, u"DesignCapacity"_s}}},
+        {u"AppleRawMaxCapacity"_s, {{&pack, u"AppleRawMaxCapacity"_s}, {&own, u"FullChargeCapacity"_s}}},
+        {u"AppleRawCurrentCapacity"_s, {{&pack, u"AppleRawCurrentCapacity"_s}}},
+        {u"Temperature"_s, {{&pack, u"Temperature"_s}}},
+        {u"CycleCount"_s, {{&pack, u"CycleCount"_s}}},
+    };
+    for (const auto &[key, places] : moves) {
+        if (integerProperty(smartBattery, key))
+            continue;
+        for (const auto &[dictionary, movedKey] : places) {
+            if (integerProperty(*dictionary, movedKey)) {
+                smartBattery.insert(key, dictionary->value(movedKey));
+                break;
+            }
+        }
+    }
+}
+
 std::optional<PropertyDictionary> installedBattery(const Platform &platform)
 {
     if (!platform.registry)
@@ -160,6 +191,7 @@ std::optional<PropertyDictionary> installedBattery(const Platform &platform)
     std::optional<PropertyDictionary> smartBattery = smartBatteryProperties(*platform.registry);
     if (!smartBattery || reportsNoBattery(*smartBattery))
         return std::nullopt;
+    fillMovedValues(*smartBattery, *platform.registry);
     return smartBattery;
 }
 

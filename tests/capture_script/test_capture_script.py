@@ -265,7 +265,7 @@ printf '%s\\n' "$value"
 DATA_TYPES = ["SPHardwareDataType", "SPSoftwareDataType", "SPPowerDataType", "SPStorageDataType",
               "SPDisplaysDataType", "SPUSBDataType", "SPUSBHostDataType", "SPThunderboltDataType", "SPBluetoothDataType",
               "SPNetworkDataType", "SPAudioDataType", "SPCameraDataType"]
-CLASSES = ["AppleSmartBattery", "AppleBiometricSensor", "AppleHIDKeyboardEventDriverV2", "IOHIDInterface",
+CLASSES = ["AppleSmartBattery", "AppleSmartBatteryPack", "AppleBiometricSensor", "AppleHIDKeyboardEventDriverV2", "IOHIDInterface",
            "AppleActuatorDevice", "AppleBCMWLANCore", "AirPortBrcmNIC", "AirPortBrcm4360", "AppleIntelWifiAdapter",
            "AppleSMC", "AppleMultitouchDevice"]
 NAMES = ["AppleBCMWLANCore", "AirPortBrcmNIC", "AirPortBrcm4360", "AppleIntelWifiAdapter"]

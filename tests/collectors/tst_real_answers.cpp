@@ -194,6 +194,10 @@ private Q_SLOTS:
         // ports with identifiers 3, 2, 1; the display on bus 1 comes first with its own port 2.
         QTest::newRow("USB4 display") << u"SPThunderboltDataType"_s
             << current + u"/lsusb-macos-tahoe/tahoe_tb_kirb.json"_s << tahoe << u"Thunderbolt: ports 3, 2, 2, 1"_s;
+        // Capacities in the battery's BatteryData, temperature in the pack's: 2989 hundredths.
+        QTest::newRow("macOS 27 battery") << u"AppleSmartBattery"_s
+            << current + u"/systeminfokit-applesmartbattery/json/AppleSmartBattery/MacBook_Air_M3_macOS_27_unknownAdapter.json"_s
+            << QByteArray("{}") << u"4274 mAh sur 4563 mAh d'origine | 29.9 °C | 113"_s;
         QTest::newRow("M5 Max cores") << u"SPHardwareDataType"_s
             << current + u"/tirekick-m5max/SPHardwareDataType_AppleSilicon_M5Max_lockEnabled.json"_s
             << QByteArray(R"({"hw.nperflevels": 2, "hw.perflevel0.name": "Super", "hw.perflevel0.physicalcpu": 6,
@@ -212,7 +216,21 @@ private Q_SLOTS:
         mac.kernel->values = QJsonDocument::fromJson(kernel).object();
         mac.profiler->answer(dataType, answer.readAll());
         QString actual;
-        if (dataType == u"SPHardwareDataType"_s) {
+        if (dataType == u"AppleSmartBattery"_s) {
+            QFile pack(QString(file).replace(u"/AppleSmartBattery/"_s, u"/AppleSmartBatteryPack/"_s));
+            QVERIFY(pack.open(QIODevice::ReadOnly));
+            answer.seek(0);
+            mac.registry->byClass[u"AppleSmartBattery"_s] = {QJsonDocument::fromJson(answer.readAll()).object().toVariantMap()};
+            mac.registry->byClass[u"AppleSmartBatteryPack"_s] = {QJsonDocument::fromJson(pack.readAll()).object().toVariantMap()};
+            const std::optional<BatteryInfo> battery = BatteryService::load(mac.platform());
+            QVERIFY(battery);
+            QStringList values;
+            for (const InfoRow &row : battery->rows)
+                if (row.label == u"Capacité"_s || row.label == u"Température"_s)
+                    values.append(row.value);
+            values.append(QString::number(battery->cycleCount.value_or(-1)));
+            actual = values.join(u" | "_s);
+        } else if (dataType == u"SPHardwareDataType"_s) {
             const Result<HardwareInfo> hardware = HardwareService::load(mac.platform());
             QVERIFY(hardware.ok());
             actual = hardware.value().cores + u" | "_s + hardware.value().commercialName.value_or(u"-"_s);

@@ -501,7 +501,7 @@ const QStringList &profilerDataTypes()
 const QStringList &registryClasses()
 {
     static const QStringList classes{
-        u"AppleSmartBattery"_s,   u"AppleBiometricSensor"_s, u"AppleHIDKeyboardEventDriverV2"_s,
+        u"AppleSmartBattery"_s,   u"AppleSmartBatteryPack"_s, u"AppleBiometricSensor"_s, u"AppleHIDKeyboardEventDriverV2"_s,
         u"IOHIDInterface"_s,      u"AppleActuatorDevice"_s,  u"AppleBCMWLANCore"_s,
         u"AirPortBrcmNIC"_s,      u"AirPortBrcm4360"_s,      u"AppleIntelWifiAdapter"_s,
         u"AppleSMC"_s,            u"AppleMultitouchDevice"_s};
