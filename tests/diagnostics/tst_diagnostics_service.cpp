@@ -147,6 +147,16 @@ private Q_SLOTS:
         // 227 256 819 712 of 245 107 195 904 bytes used: 92.7 %.
         QTest::newRow("internal disk nearly full") << u"storage-mix"_s << u"1 point à surveiller"_s << 1
             << u"attention | Rempli à 93 %, il ne reste que 17,85\u00A0Go. | 245,11\u00A0Go | 0.927173 | -"_s;
+        // macOS 26: seven devices under the host type, in a dock's two hubs and on a bus of
+        // their own; the display's and the dock's upstream links are no ports.
+        QTest::newRow("M5 Max, USB under the host type") << u"m5-max-tahoe"_s << u"Aucun problème détecté"_s << 15
+            << u"info | USB Receiver, Studio Display Camera Dock, USB Billboard Device, Extreme SSD, "
+               "USB 10/100/1G/2.5G LAN, Magic Keyboard with Touch ID, Unnamed Device. | 7"_s;
+        QTest::newRow("M5 Max, USB4 ports") << u"m5-max-tahoe"_s << u"Aucun problème détecté"_s << 16
+            << u"info | 4 port(s) sur 3 bus — 2 occupé(s). | 2/4"_s;
+        // macOS 27: the capacities from BatteryData and the pack, 4602 of 4563 mAh.
+        QTest::newRow("macOS 27 battery") << u"air-m5-macos27"_s << u"Aucun problème détecté"_s << 0
+            << u"ok | Capacité maximale à 100 % de l'origine (41 cycles, charge 42 %). | 100 % | 1 | 41 cycles"_s;
         // USB, Thunderbolt, Bluetooth and camera answers fail: none of them is judged.
         QTest::newRow("camera report unreadable") << u"profiler-failures"_s << u"Bilan incomplet — 4 lectures impossibles"_s << 6
             << u"info | Lecture impossible — Réponse de system_profiler illisible. | Lecture impossible"_s;
