@@ -8,6 +8,7 @@
 #include "diagnostics/diagnostics_service.h"
 #include "platform/capture/capture_platform.h"
 #include "platform/capture/property_list_reader.h"
+#include "records/history.h"
 #include "records/history_entry.h"
 #include "records/report_builder.h"
 #include "sources/mac_models.h"
@@ -206,17 +207,30 @@ void registryPropertyList(const QByteArray &bytes)
     collectJudgeAndReport(platformWith(std::make_shared<OneAnswerProfiler>(machine), dictionariesOf(outcome.root)));
 }
 
+// The former journal file taken over into the journal's database: every entry that reads
+// is kept and reads back the same, and the spreadsheet text stays whole.
 void journalFile(const QByteArray &bytes)
 {
-    const std::optional<QList<HistoryEntry>> entries = HistoryFile::decode(bytes);
-    if (!entries)
-        return;
-    const std::optional<QList<HistoryEntry>> again = HistoryFile::decode(HistoryFile::encode(*entries));
-    if (!again)
-        qFatal("a journal that was read does not read again once saved");
-    if (*again != *entries)
-        qFatal("a journal that was read changes once saved");
-    if (!HistoryCsv::text(*entries).endsWith(u'\n'))
+    const HistoryFile::Import found = HistoryFile::importEntries(bytes);
+    const QString folder = scratchFolder().filePath(u"journal"_s);
+    QDir(folder).removeRecursively();
+    QDir().mkpath(folder);
+    QFile former(folder + u"/journal.json"_s);
+    if (!former.open(QIODevice::WriteOnly) || former.write(bytes) != bytes.size())
+        qFatal("the scratch journal cannot be written");
+    former.close();
+    class FixedClock final : public Clock
+    {
+    public:
+        QDateTime now() const override { return QDateTime(QDate(2026, 11, 16), QTime(8, 5), Qt::UTC); }
+    };
+    const History history(std::make_shared<FixedClock>(), folder);
+    if (!history.problem().isEmpty())
+        qFatal("the journal does not open: %s", qPrintable(history.problem()));
+    QList<HistoryEntry> expected = found.entries;
+    if (history.entries() != expected)
+        qFatal("a journal taken over does not read back as it was read");
+    if (!HistoryCsv::text(history.entries()).endsWith(u'\n'))
         qFatal("the journal's CSV does not end with a line feed");
 }
 

@@ -154,13 +154,18 @@ int runBilan(const BilanOptions &options, const Platform &platform, QTextStream 
 
     if (options.record || options.journalCsv) {
         History history(platform.clock);
+        for (const QString &note : history.notes())
+            errors << u"quillon-bilan : journal : "_s << note << Qt::endl;
         if (options.record && !state.hardware()) {
             errors << u"quillon-bilan : rien n’est noté au journal : la fiche matérielle de ce Mac n’a pas pu être lue."_s
                    << Qt::endl;
             status = exitIncomplete;
-        } else if (options.record) {
-            history.record(state.hardware(), state.battery(), state.volumes(), state.report());
+        } else if (options.record && !history.record(state.hardware(), state.battery(), state.volumes(), state.report())) {
+            errors << u"quillon-bilan : "_s << history.problem() << Qt::endl;
+            status = exitIncomplete;
         }
+        if (options.journalCsv && !history.problem().isEmpty() && !options.record)
+            errors << u"quillon-bilan : "_s << history.problem() << Qt::endl;
         if (options.journalCsv)
             output << history.csv();
     }

@@ -5,9 +5,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QSaveFile>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -32,153 +33,59 @@ std::optional<double> journalStorageBytes(const QList<StorageVolume> &volumes)
     return volumes.first().totalBytes;
 }
 
-// The first entry of the same machine made less than an hour before the new one. Two
-// absent serial numbers count as the same machine; an entry dated after the new one
-// (a clock set back) counts as recent.
-qsizetype recentIndexOfSameMachine(const QList<HistoryEntry> &entries, const HistoryEntry &entry)
-{
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        const HistoryEntry &existing = entries.at(i);
-        if (existing.serialNumber == entry.serialNumber && existing.date.msecsTo(entry.date) < History::sameCheckMSecs)
-            return i;
-    }
-    return -1;
-}
-
-// A recorded entry replaces the recent one of the same machine where it stands, or goes
-// first; the oldest entries beyond the limit go.
-void addOrReplace(QList<HistoryEntry> &entries, const HistoryEntry &entry)
-{
-    const qsizetype same = recentIndexOfSameMachine(entries, entry);
-    if (same >= 0) {
-        entries[same] = entry;
-        return;
-    }
-    entries.prepend(entry);
-    if (entries.size() > History::maximumEntries)
-        entries.resize(History::maximumEntries);
-}
-
 } // namespace
 
 History::History(std::shared_ptr<const Clock> clock, const QString &directory, QObject *parent)
     : QAbstractListModel(parent),
       m_clock(std::move(clock)),
-      m_filePath(QDir(directory.isEmpty() ? defaultDirectory() : directory).filePath(u"journal.json"_s))
+      m_store(std::make_unique<JournalStore>(directory.isEmpty() ? defaultDirectory() : directory,
+                                             m_clock->now().toLocalTime().date()))
 {
-    load();
+    m_entries = m_store->entries();
+    m_problem = m_store->problem();
 }
 
+History::~History() = default;
+
+// "Quillon" in the user's data folder; nothing without a home folder, where the journal
+// would land under the root of the disk.
 QString History::defaultDirectory()
 {
+    const QString home = qEnvironmentVariable("HOME");
+    if (home.isEmpty() || home == u"/"_s)
+        return {};
     QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     if (base.isEmpty())
         base = QDir::homePath();
     return base + u"/Quillon"_s;
 }
 
-void History::load()
+QString History::filePath() const
 {
-    QFile file(m_filePath);
-    if (!file.exists())
+    return m_store->filePath();
+}
+
+QStringList History::notes() const
+{
+    return m_store->notes();
+}
+
+void History::setShowsAll(bool showsAll)
+{
+    if (showsAll == m_showsAll)
         return;
-    std::optional<QList<HistoryEntry>> entries;
-    if (file.open(QIODevice::ReadOnly))
-        entries = HistoryFile::decode(file.readAll());
-    if (entries)
-        m_entries = std::move(*entries);
-    else
-        m_unreadableFileFound = true;
-}
-
-// Renames the unreadable journal file so that the next save cannot overwrite it:
-// "journal-illisible-2026-11-16.json", then "-2", "-3"… on the same day.
-bool History::setAsideUnreadableFile()
-{
-    const QFileInfo journal(m_filePath);
-    const QString stem = u"journal-illisible-"_s + m_clock->now().toLocalTime().date().toString(u"yyyy-MM-dd"_s);
-    QString target = journal.dir().filePath(stem + u".json"_s);
-    for (int suffix = 2; QFileInfo::exists(target); ++suffix)
-        target = journal.dir().filePath(stem + u'-' + QString::number(suffix) + u".json"_s);
-    if (!QFile::rename(m_filePath, target))
-        return false;
-    QFile::setPermissions(target, ownerOnly);
-    return true;
-}
-
-// Errors are ignored on purpose: the list in memory stays as it is, the changes stay
-// unsaved, and the next successful save writes them.
-void History::save()
-{
-    QDir().mkpath(QFileInfo(m_filePath).absolutePath());
-    QLockFile lock(m_filePath + u".lock"_s);
-    lock.setStaleLockTime(staleLockMSecs);
-    if (!lock.tryLock(2 * staleLockMSecs))
-        return;
-    removeUnfinishedSaves();
-    std::optional<QList<HistoryEntry>> merged = mergedWithFile();
-    if (!merged || !writeFile(*merged))
-        return;
-    m_unsaved.clear();
-    showMerged(std::move(*merged));
-}
-
-// The journal file as it is now, with the changes made here since the last save replayed
-// on it in their order. A file that cannot be read is set aside and the list in memory
-// replaces it; nothing when it cannot be set aside.
-std::optional<QList<HistoryEntry>> History::mergedWithFile()
-{
-    QFile file(m_filePath);
-    std::optional<QList<HistoryEntry>> stored = QList<HistoryEntry>();
-    if (file.exists())
-        stored = file.open(QIODevice::ReadOnly) ? HistoryFile::decode(file.readAll()) : std::nullopt;
-    file.close();
-    if (!stored)
-        return setAsideUnreadableFile() ? std::optional(m_entries) : std::nullopt;
-    for (const Change &change : std::as_const(m_unsaved)) {
-        if (const auto *recorded = std::get_if<HistoryEntry>(&change))
-            addOrReplace(*stored, *recorded);
-        else
-            stored->removeIf([&](const HistoryEntry &entry) { return std::get<QSet<QUuid>>(change).contains(entry.id); });
-    }
-    return stored;
-}
-
-// A process stopped while saving leaves its temporary file, "journal.json.XXXXXX", with
-// serial numbers in it. Saves are made under the lock: the ones found under it are such.
-void History::removeUnfinishedSaves()
-{
-    const QFileInfo journal(m_filePath);
-    const QString prefix = journal.fileName() + u'.'; // the lock's suffix has four letters
-    const QStringList found = journal.dir().entryList({prefix + u"??????"_s}, QDir::Files | QDir::Hidden);
-    for (const QString &name : found)
-        QFile::remove(journal.dir().filePath(name));
-}
-
-bool History::writeFile(const QList<HistoryEntry> &entries)
-{
-    QSaveFile file(m_filePath);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    // The temporary file gets the owner-only rights before any byte is written to it.
-    file.setPermissions(ownerOnly);
-    file.write(HistoryFile::encode(entries));
-    if (!file.commit())
-        return false;
-    QFile::setPermissions(m_filePath, ownerOnly);
-    return true;
-}
-
-// Shows what other processes wrote meanwhile; nothing changes when none did.
-void History::showMerged(QList<HistoryEntry> merged)
-{
-    if (merged == m_entries)
-        return;
-    const int previousCount = count();
     beginResetModel();
-    m_entries = std::move(merged);
+    m_showsAll = showsAll;
     endResetModel();
-    publishChange(previousCount);
+    Q_EMIT showsAllChanged();
+}
+
+void History::setProblem(const QString &problem)
+{
+    if (problem == m_problem)
+        return;
+    m_problem = problem;
+    Q_EMIT problemChanged();
 }
 
 void History::publishChange(int previousCount)
@@ -209,31 +116,48 @@ HistoryEntry History::makeEntry(const HardwareInfo &hardware, const std::optiona
     return entry;
 }
 
-void History::record(const std::optional<HardwareInfo> &hardware, const std::optional<BatteryInfo> &battery,
+bool History::record(const std::optional<HardwareInfo> &hardware, const std::optional<BatteryInfo> &battery,
                      const QList<StorageVolume> &volumes, const std::optional<DiagnosticsReport> &report)
 {
-    if (!hardware || !report)
-        return;
-    const int previousCount = count();
+    if (!hardware || !report) {
+        setProblem(u"rien à noter : la fiche matérielle ou le bilan manque."_s);
+        return false;
+    }
     HistoryEntry entry = makeEntry(*hardware, battery, volumes, *report);
-    m_unsaved.append(entry);
-    const qsizetype same = recentIndexOfSameMachine(m_entries, entry);
-    if (same >= 0) {
+    const int year = entry.date.toUTC().date().year();
+    if (year < 2001 || year > 2200) {
+        setProblem(u"la date de ce Mac (%1) est hors des années 2001 à 2200 : la machine n’est pas notée au journal."_s
+                       .arg(entry.date.toUTC().toString(Qt::ISODate)));
+        return false;
+    }
+    const JournalStore::Recorded recorded = m_store->record(entry, sameCheckMSecs);
+    if (!recorded.failure.isEmpty()) {
+        setProblem(u"la machine n’a pas été notée au journal : %1."_s.arg(recorded.failure));
+        return false;
+    }
+    setProblem(QString());
+    const int previousCount = count();
+    const qsizetype same = recorded.replaced
+        ? std::find_if(m_entries.cbegin(), m_entries.cend(), [&](const HistoryEntry &e) { return e.id == *recorded.replaced; })
+              - m_entries.cbegin()
+        : -1;
+    if (same >= 0 && same < m_entries.size()) {
         m_entries[same] = std::move(entry);
         const QModelIndex changed = index(int(same));
-        Q_EMIT dataChanged(changed, changed);
+        if (changed.isValid())
+            Q_EMIT dataChanged(changed, changed);
+    } else if (!m_showsAll && m_entries.size() >= shownEntries) {
+        // The oldest entry shown leaves the list as the new one comes in.
+        beginResetModel();
+        m_entries.prepend(std::move(entry));
+        endResetModel();
     } else {
         beginInsertRows(QModelIndex(), 0, 0);
         m_entries.prepend(std::move(entry));
         endInsertRows();
-        if (m_entries.size() > maximumEntries) {
-            beginRemoveRows(QModelIndex(), maximumEntries, count() - 1);
-            m_entries.resize(maximumEntries);
-            endRemoveRows();
-        }
     }
     publishChange(previousCount);
-    save();
+    return true;
 }
 
 void History::remove(const HistoryEntry &entry)
@@ -246,36 +170,27 @@ void History::removeById(const QString &id)
     removeIds({QUuid::fromString(id)});
 }
 
+// Only what this journal shows goes: an entry written meanwhile by another process stays.
 void History::clear()
 {
     QSet<QUuid> ids;
     for (const HistoryEntry &entry : std::as_const(m_entries))
         ids.insert(entry.id);
-    const int previousCount = count();
-    beginResetModel();
-    m_entries.clear();
-    endResetModel();
-    publishChange(previousCount);
-    m_unsaved.append(ids);
-    save();
+    removeIds(ids);
 }
 
-// Entries written by another process and not yet seen here are not removed: the user
-// never saw them.
 void History::removeIds(const QSet<QUuid> &ids)
 {
-    const int previousCount = count();
-    for (qsizetype i = m_entries.size() - 1; i >= 0; --i) {
-        if (!ids.contains(m_entries.at(i).id))
-            continue;
-        beginRemoveRows(QModelIndex(), int(i), int(i));
-        m_entries.removeAt(i);
-        endRemoveRows();
+    if (const QString failure = m_store->remove(ids); !failure.isEmpty()) {
+        setProblem(u"l’entrée n’a pas pu être retirée : %1."_s.arg(failure));
+        return;
     }
-    if (count() != previousCount)
-        publishChange(previousCount);
-    m_unsaved.append(ids);
-    save();
+    setProblem(QString());
+    const int previousCount = count();
+    beginResetModel();
+    m_entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });
+    endResetModel();
+    publishChange(previousCount);
 }
 
 QString History::csv() const
@@ -299,7 +214,7 @@ QString History::exportCsv(const QString &filePath) const
 
 int History::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : count();
+    return parent.isValid() ? 0 : (m_showsAll ? count() : std::min(count(), shownEntries));
 }
 
 QVariant History::data(const QModelIndex &index, int role) const

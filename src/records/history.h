@@ -5,6 +5,7 @@
 #include "core/storage_volume.h"
 #include "diagnostics/diagnostics_report.h"
 #include "records/history_entry.h"
+#include "records/journal_store.h"
 #include "sources/platform.h"
 
 #include <QAbstractListModel>
@@ -18,22 +19,13 @@
 #include <optional>
 #include <variant>
 
-// The journal of the machines checked on this computer, newest first, at most 500. It is
-// a list model for the journal screen (one card per entry) and keeps its entries in the
-// file "journal.json" of the folder "Quillon" in the user's data folder (on macOS
-// ~/Library/Application Support/Quillon/journal.json), rewritten whole and atomically after
-// every change, readable by its owner only.
-//
-// A journal file that cannot be read gives an empty journal; before the first save it is
-// renamed "journal-illisible-YYYY-MM-DD.json" (the local date) beside it, so that a damaged
-// journal is never overwritten.
-//
-// Other processes (quillon-bilan --record, a second application) may write the same file.
-// Every save holds the lock file "journal.json.lock" beside it, reads the file again and
-// replays on it the changes made here since the last save (entries recorded, entries
-// removed), by the same rules as in memory: an entry written meanwhile by another process
-// is kept, one removed here does not come back, and the entries shown become the merged
-// list. A save that fails keeps its changes for the next one.
+// The journal of the machines checked on this computer, newest first, as a list model for
+// the journal screen (one card per entry, the newest 500 unless every entry is asked for).
+// Its entries live in the database "journal.sqlite" of the folder "Quillon" in the user's
+// data folder (on macOS ~/Library/Application Support/Quillon/), shared with every other
+// process that records (quillon-bilan --record, a second application): see JournalStore.
+// Nothing is ever dropped. A change that cannot be written leaves the entries as they were
+// and says why in `problem`.
 //
 // Main thread only.
 class History : public QAbstractListModel
@@ -44,6 +36,11 @@ class History : public QAbstractListModel
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     // Location of the journal file.
     Q_PROPERTY(QString filePath READ filePath CONSTANT)
+    // Why the last change could not be written, or why the journal cannot be used, in
+    // French; empty when all is well.
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
+    // Every entry is listed, not only the newest 500.
+    Q_PROPERTY(bool showsAll READ showsAll WRITE setShowsAll NOTIFY showsAllChanged)
 
 public:
     enum Role {
@@ -65,36 +62,40 @@ public:
     };
     Q_ENUM(Role)
 
-    static constexpr int maximumEntries = 500;
+    // The entries listed until every entry is asked for.
+    static constexpr int shownEntries = 500;
     // A machine checked again within this time replaces its own entry.
     static constexpr qint64 sameCheckMSecs = 3600 * 1000;
-    // A lock older than this is taken to be left by a process that stopped while saving (a
-    // save takes milliseconds); a save waits at most twice as long for the lock.
-    static constexpr int staleLockMSecs = 5 * 1000;
 
     // `clock` gives the date of new entries. An empty `directory` means the default folder.
     explicit History(std::shared_ptr<const Clock> clock, const QString &directory = QString(),
                      QObject *parent = nullptr);
+    ~History() override;
 
-    // The default journal folder: "Quillon" in the user's data folder.
+    // The default journal folder: "Quillon" in the user's data folder; empty without a
+    // home folder.
     static QString defaultDirectory();
 
     const QList<HistoryEntry> &entries() const { return m_entries; }
     int count() const { return int(m_entries.size()); }
-    QString filePath() const { return m_filePath; }
-    // Set when the file found at start could not be read; it is set aside at the first save,
-    // as is any file found unreadable when saving.
-    bool hadUnreadableFile() const { return m_unreadableFileFound; }
+    QString filePath() const;
+    QString problem() const { return m_problem; }
+    // What opening the journal did that the user must know (a file set aside, entries
+    // taken over from the former journal).
+    QStringList notes() const;
+    bool showsAll() const { return m_showsAll; }
+    void setShowsAll(bool showsAll);
 
     // Adds the machine, or replaces the entry of the same machine made less than an hour
-    // ago, then saves. Nothing happens without hardware or report.
-    void record(const std::optional<HardwareInfo> &hardware, const std::optional<BatteryInfo> &battery,
+    // ago where it stands, in one write. False, with `problem` saying why, when nothing was
+    // recorded: no hardware or report, a date outside 2001–2200, or a write that failed.
+    bool record(const std::optional<HardwareInfo> &hardware, const std::optional<BatteryInfo> &battery,
                 const QList<StorageVolume> &volumes, const std::optional<DiagnosticsReport> &report);
-    // Removes every entry with this entry's identifier, then saves.
+    // Removes every entry with this entry's identifier.
     void remove(const HistoryEntry &entry);
     // The same by the identifier's text, for the journal screen.
     Q_INVOKABLE void removeById(const QString &id);
-    // Removes every entry, then saves.
+    // Removes every entry.
     Q_INVOKABLE void clear();
 
     // The semicolon-separated spreadsheet text of the journal, after the byte-order mark.
@@ -109,28 +110,21 @@ public:
 
 Q_SIGNALS:
     void countChanged();
+    void problemChanged();
+    void showsAllChanged();
     // Emitted after every change of the entries, once the model signals are out.
     void entriesChanged();
 
 private:
-    // A change made here and not yet saved: an entry recorded, or the identifiers removed.
-    using Change = std::variant<HistoryEntry, QSet<QUuid>>;
-
-    void load();
-    void save();
-    void removeUnfinishedSaves();
-    std::optional<QList<HistoryEntry>> mergedWithFile();
-    bool setAsideUnreadableFile();
-    bool writeFile(const QList<HistoryEntry> &entries);
-    void showMerged(QList<HistoryEntry> merged);
     void publishChange(int previousCount);
+    void setProblem(const QString &problem);
+    void removeIds(const QSet<QUuid> &ids);
     HistoryEntry makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
                            const QList<StorageVolume> &volumes, const DiagnosticsReport &report) const;
-    void removeIds(const QSet<QUuid> &ids);
 
     std::shared_ptr<const Clock> m_clock;
-    QString m_filePath;
+    std::unique_ptr<JournalStore> m_store;
     QList<HistoryEntry> m_entries;
-    QList<Change> m_unsaved;
-    bool m_unreadableFileFound = false;
+    QString m_problem;
+    bool m_showsAll = false;
 };

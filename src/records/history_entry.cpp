@@ -284,6 +284,25 @@ std::optional<QList<HistoryEntry>> decode(const QByteArray &bytes)
     return entries;
 }
 
+Import importEntries(const QByteArray &bytes)
+{
+    Import found;
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError || !document.isArray())
+        return found;
+    found.readable = true;
+    const QJsonArray array = document.array();
+    for (qsizetype i = 0; i < array.size(); ++i) {
+        std::optional<HistoryEntry> entry = decodeEntry(array.at(i));
+        if (entry)
+            found.entries.append(std::move(*entry));
+        else
+            found.rejected.append(i);
+    }
+    return found;
+}
+
 } // namespace HistoryFile
 
 namespace HistoryCsv {

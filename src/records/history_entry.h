@@ -47,6 +47,17 @@ QByteArray encode(const QList<HistoryEntry> &entries);
 // in any order; unknown keys are ignored.
 std::optional<QList<HistoryEntry>> decode(const QByteArray &bytes);
 
+// What the former journal file gives when it is taken over: every entry that reads, and
+// the positions (from 0) of those that do not; `readable` is false when the bytes are not
+// a JSON array at all.
+struct Import
+{
+    QList<HistoryEntry> entries;
+    QList<qsizetype> rejected;
+    bool readable = false;
+};
+Import importEntries(const QByteArray &bytes);
+
 // The date as stored in the file, and back.
 double secondsSinceReferenceDate(const QDateTime &date);
 QDateTime dateFromReferenceSeconds(double seconds);

@@ -169,6 +169,22 @@ private Q_SLOTS:
         QCOMPARE(bilan({u"--journal-csv"_s}).standardOutput.count(u'\n'), 1);
     }
 
+    // Without a home folder the journal would land under the root of the disk: nothing is
+    // recorded, and the program says so.
+    void recordWithoutAHomeFolderIsRefused()
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString &name : {u"HOME"_s, u"XDG_DATA_HOME"_s, u"XDG_CONFIG_HOME"_s})
+            environment.remove(name);
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(m_home.path());
+        process.start(QStringLiteral(QUILLON_BILAN), {u"--capture"_s, capturesDir + u"/sample"_s, u"--record"_s});
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitCode(), 3);
+        QVERIFY(QString::fromUtf8(process.readAllStandardError()).contains(u"aucun dossier personnel"_s));
+    }
+
     void recordThenJournalCsv()
     {
         QTemporaryDir home;

@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -60,8 +62,8 @@ QStringList lines(const History &history)
 
 } // namespace
 
-// The journal of checked machines: when a check replaces an older line, the 500-line
-// limit, the journal file and the spreadsheet export.
+// The journal of checked machines: when a check replaces an older line, the journal's
+// file, the former journal taken over, and the spreadsheet export.
 class TestHistory : public QObject
 {
     Q_OBJECT
@@ -71,10 +73,10 @@ class TestHistory : public QObject
 
     QString path(const QString &name) const { return m_folder->filePath(name); }
     std::unique_ptr<History> open() { return std::make_unique<History>(m_clock, m_folder->path()); }
-    void record(History &history, const Check &check)
+    bool record(History &history, const Check &check)
     {
         m_clock->moment = morning.addSecs(60 * check.second);
-        history.record(machine(check.first), std::nullopt, {}, reportOf({CheckStatus::ok}));
+        return history.record(machine(check.first), std::nullopt, {}, reportOf({CheckStatus::ok}));
     }
 
 private Q_SLOTS:
@@ -121,110 +123,114 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), checks.size() - journal.size());
     }
 
-    void journalKeepsAtMost500Lines()
+    // Nothing is dropped: the screen lists the newest 500 until every entry is asked for.
+    void journalKeepsEveryEntry()
     {
-        QList<HistoryEntry> stored;
-        for (int i = 500; i >= 1; --i)
-            stored.append(HistoryEntry{.date = morning, .serialNumber = u"S%1"_s.arg(i)});
-        QVERIFY(writeFile(path(u"journal.json"_s), HistoryFile::encode(stored)));
+        QList<HistoryEntry> former;
+        for (int i = 599; i >= 1; --i)
+            former.append(HistoryEntry{.date = morning, .serialNumber = u"S%1"_s.arg(i)});
+        QVERIFY(writeFile(path(u"journal.json"_s), HistoryFile::encode(former)));
         auto history = open();
         QAbstractItemModelTester tester(history.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        record(*history, {u"S501"_s, 0});
-        QCOMPARE(open()->count(), 500);
-        QCOMPARE(lines(*history).mid(0, 2), (QStringList{u"S501@0"_s, u"S500@0"_s}));
-        QCOMPARE(lines(*history).last(), u"S2@0"_s);
+        QVERIFY(record(*history, {u"S600"_s, 0}));
+        QCOMPARE(open()->count(), 600);
+        QCOMPARE(history->rowCount(), 500);
+        QCOMPARE(lines(*history).mid(0, 2), (QStringList{u"S600@0"_s, u"S599@0"_s}));
+        QCOMPARE(lines(*history).last(), u"S1@0"_s);
+        history->setShowsAll(true);
+        QCOMPARE(history->rowCount(), 600);
     }
 
-    // Fields in their order, the identifier in upper case, the date in seconds since 2001,
-    // no key for an absent value; private to its owner and read back whole. A save removes
-    // the temporary file of a save cut short.
-    void journalFile()
+    // What is recorded reads back whole from the file, private to its owner; nothing is
+    // recorded without hardware, without report, or with a date outside 2001–2200, and
+    // each time the journal says why.
+    void recordedEntriesReadBack()
     {
         auto history = open();
         const BatteryInfo battery{.cycleCount = 123, .healthPercent = 91};
         const QList<StorageVolume> volumes{{.totalBytes = 2e12}, {.totalBytes = 494384795648, .isInternal = true},
                                            {.totalBytes = 1e12, .isInternal = true}};
         const DiagnosticsReport report = reportOf({CheckStatus::attention, CheckStatus::alerte, CheckStatus::alerte});
-        history->record(std::nullopt, battery, volumes, report);
-        history->record(machine(u"C02XK1ABCD"_s), battery, volumes, std::nullopt);
-        QVERIFY(!QFile::exists(path(u"journal.json"_s))); // neither without hardware nor without report
-        QVERIFY(writeFile(path(u"journal.json.x7Qp2k"_s), "[{\"serialNumber\""));
-        m_clock->moment = morning.addMSecs(250); // the first internal volume, though not first
-        history->record(machine(u"C02XK1ABCD"_s), battery, volumes, report);
-        // No internal volume: the first one.
+        QVERIFY(!history->record(std::nullopt, battery, volumes, report));
+        QVERIFY(!history->record(machine(u"C02XK1ABCD"_s), battery, volumes, std::nullopt));
+        m_clock->moment = QDateTime(QDate(9999, 12, 31), QTime(12, 0), Qt::UTC);
+        QVERIFY(!history->record(machine(u"C02XK1ABCD"_s), battery, volumes, report));
+        QVERIFY(history->problem().contains(u"2001 à 2200"_s));
+        QCOMPARE(history->count(), 0);
+        m_clock->moment = morning.addMSecs(250);
+        QVERIFY(history->record(machine(u"C02XK1ABCD"_s), battery, volumes, report));
+        QVERIFY(history->problem().isEmpty());
         m_clock->moment = morning.addSecs(7200);
-        history->record(machine(std::nullopt), std::nullopt, {{.totalBytes = 6e10}, {.totalBytes = 2e12}},
-                        reportOf({}));
-
-        const auto id = [&](int row) {
-            return history->entries().at(row).id.toString(QUuid::WithoutBraces).toUpper().toUtf8();
-        };
-        // 2026-11-16 is 9450 days after 2001-01-01, 816480000 s; 08:05:07 adds 29107 s.
-        // Single quotes stand for double quotes.
-        const QByteArray expected =
-            QByteArray("[{'id':'" + id(0)
-                       + "','date':816516307,'modelName':'MacBook Pro','modelIdentifier':'MacBookPro18,3',"
-                         "'chip':'Apple M1 Pro','memory':'16 GB','storageBytes':60000000000,"
-                         "'headline':'Aucun problème détecté','warningCount':0,'faultCount':0},{'id':'" + id(1)
-                       + "','date':816509107.25,'modelName':'MacBook Pro','modelIdentifier':'MacBookPro18,3',"
-                         "'serialNumber':'C02XK1ABCD','chip':'Apple M1 Pro','memory':'16 GB',"
-                         "'storageBytes':494384795648,'batteryHealth':91,'batteryCycles':123,"
-                         "'headline':'2 anomalies \u00B7 1 point à surveiller','warningCount':1,'faultCount':2}]")
-                .replace('\'', '"');
-        QCOMPARE(fileBytes(path(u"journal.json"_s)), expected);
-        QCOMPARE(QFile::permissions(path(u"journal.json"_s)) & 0x00FF, QFileDevice::Permissions()); // group, others
-        QCOMPARE(open()->entries(), history->entries());
-        QVERIFY(!QFile::exists(path(u"journal.json.x7Qp2k"_s))); // left by a save that was cut short
+        QVERIFY(history->record(machine(std::nullopt), std::nullopt, {{.totalBytes = 6e10}, {.totalBytes = 2e12}}, reportOf({})));
+        const QList<HistoryEntry> reread = open()->entries();
+        QCOMPARE(reread, history->entries());
+        // The first internal volume, though not first; without one, the first volume.
+        QCOMPARE(reread.at(1).storageBytes, std::optional<double>(494384795648));
+        QCOMPARE(reread.at(0).storageBytes, std::optional<double>(6e10));
+        QCOMPARE(reread.at(1).headline, u"2 anomalies · 1 point à surveiller"_s);
+        QCOMPARE(reread.at(1).date, morning.addMSecs(250));
+        QCOMPARE(QFile::permissions(history->filePath()) & 0x00FF, QFileDevice::Permissions()); // group, others
     }
 
-    void fileReading_data()
+    // The former journal is taken over once, entry by entry: one wrong entry is left out
+    // and said, the others kept; the file stays as it was.
+    void formerJournalTakenOver_data()
     {
         QTest::addColumn<QByteArray>("stored");
-        QTest::addColumn<bool>("readable");
-        const QByteArray id = "\"id\":\"" + QUuid::createUuid().toString(QUuid::WithoutBraces).toUtf8() + "\",";
+        QTest::addColumn<int>("kept");
+        QTest::addColumn<QString>("said");
         const QByteArray required = "\"faultCount\":0,\"warningCount\":0,\"headline\":\"Aucun\",\"memory\":\"8 GB\","
                                     "\"chip\":\"M1\",\"modelIdentifier\":\"iMac21,1\",\"modelName\":\"iMac\","
                                     "\"date\":0.5";
-        const auto journal = [&](const QByteArray &members) -> QByteArray { return "[{" + id + members + "}]"; };
-        QTest::newRow("keys in any order, lower-case identifier, no optional") << journal(required) << true;
-        QTest::newRow("optionals written as null")
-            << journal(required + ",\"serialNumber\":null,\"batteryHealth\":null") << true;
-        QTest::newRow("object instead of array") << QByteArray("{}") << false;
-        QTest::newRow("required key missing") << journal("\"modelName\":\"iMac\",\"date\":0") << false;
-        QTest::newRow("count with a fraction") << journal(required + ",\"batteryHealth\":91.5") << false;
-        // A capacity no 64-bit byte count holds cannot be written as a byte text.
-        QTest::newRow("storage of 2^63 bytes") << journal(required + ",\"storageBytes\":9223372036854775808") << false;
-        QTest::newRow("storage just below 2^63 bytes")
-            << journal(required + ",\"storageBytes\":9223372036854774784") << true;
-        QTest::newRow("identifier that is no UUID") << QByteArray("[{\"id\":\"x\"," + required + "}]") << false;
+        const auto entry = [](const QByteArray &members) -> QByteArray {
+            return "{\"id\":\"" + QUuid::createUuid().toString(QUuid::WithoutBraces).toUtf8() + "\"," + members + "}";
+        };
+        const auto array = [](const QByteArrayList &entries) -> QByteArray { return '[' + entries.join(',') + ']'; };
+        QTest::newRow("keys in any order, optionals as null")
+            << array({entry(required), entry(required + ",\"serialNumber\":null,\"batteryHealth\":null")}) << 2
+            << u"2 entrée(s) reprise(s)"_s;
+        QTest::newRow("one entry with a wrong field among three")
+            << array({entry(required), entry(required + ",\"batteryHealth\":91.5"), entry(required)}) << 2
+            << u"Entrée n° 2 de"_s;
+        QTest::newRow("storage of 2^63 bytes") << array({entry(required + ",\"storageBytes\":9223372036854775808")})
+                                                << 0 << u"Entrée n° 1 de"_s;
+        QTest::newRow("no array at all") << QByteArray("{}") << 0 << u"est illisible"_s;
     }
 
-    void fileReading()
+    void formerJournalTakenOver()
     {
         QFETCH(QByteArray, stored);
-        QFETCH(bool, readable);
+        QFETCH(int, kept);
+        QFETCH(QString, said);
         QVERIFY(writeFile(path(u"journal.json"_s), stored));
         auto history = open();
-        QCOMPARE(history->count(), readable ? 1 : 0);
-        QCOMPARE(history->hadUnreadableFile(), !readable);
-        QCOMPARE(fileBytes(path(u"journal.json"_s)), stored); // starting never touches the file
+        QCOMPARE(history->count(), kept);
+        QVERIFY2(history->notes().join(u'\n').contains(said), qPrintable(history->notes().join(u'\n')));
+        QCOMPARE(fileBytes(path(u"journal.json"_s)), stored);
+        QCOMPARE(open()->count(), kept); // taken over once only
+        QVERIFY(open()->notes().isEmpty());
     }
 
-    // A damaged journal is renamed at the first save, never overwritten, not even by a
-    // second damaged journal on the same day.
-    void unreadableFileIsSetAside()
+    // A damaged journal is set aside and said, never written over, not even by a second
+    // damaged journal on the same day; a pipe in its place is not opened.
+    void unreadableJournalIsSetAside()
     {
-        QVERIFY(writeFile(path(u"journal.json"_s), "[{\"id\":\"1F0C2A4E-"));
+        QVERIFY(writeFile(path(u"journal.sqlite"_s), QByteArray(4096, 'x')));
         auto history = open();
-        record(*history, {u"A"_s, 0});
-        record(*history, {u"B"_s, 120});
-        QCOMPARE(lines(*open()), (QStringList{u"B@120"_s, u"A@0"_s}));
+        QVERIFY(history->notes().join(u'\n').contains(u"journal-illisible-2026-11-16.sqlite"_s));
+        QVERIFY(record(*history, {u"A"_s, 0}));
+        history.reset();
+        QVERIFY(writeFile(path(u"journal.sqlite"_s), "SQLite format 3"));
+        QVERIFY(record(*open(), {u"B"_s, 0}));
+        QCOMPARE(fileBytes(path(u"journal-illisible-2026-11-16.sqlite"_s)), QByteArray(4096, 'x'));
+        QCOMPARE(fileBytes(path(u"journal-illisible-2026-11-16-2.sqlite"_s)), QByteArray("SQLite format 3"));
+        QCOMPARE(lines(*open()), QStringList{u"B@0"_s});
 
-        QVERIFY(writeFile(path(u"journal.json"_s), "[1]"));
-        record(*open(), {u"C"_s, 0});
-        QCOMPARE(fileBytes(path(u"journal-illisible-2026-11-16.json"_s)), QByteArray("[{\"id\":\"1F0C2A4E-"));
-        QCOMPARE(fileBytes(path(u"journal-illisible-2026-11-16-2.json"_s)), QByteArray("[1]"));
-        QCOMPARE(lines(*open()), QStringList{u"C@0"_s});
+        QTemporaryDir piped;
+        QVERIFY(::mkfifo(QFile::encodeName(piped.filePath(u"journal.sqlite"_s)).constData(), 0600) == 0);
+        History onPipe(m_clock, piped.path());
+        QVERIFY(onPipe.problem().contains(u"n’est pas un fichier ordinaire"_s));
+        QVERIFY(!record(onPipe, {u"C"_s, 0}));
     }
 
     void removeAndClear()
@@ -239,13 +245,13 @@ private Q_SLOTS:
         QCOMPARE(lines(*history), QStringList{u"A@0"_s});
         history->clear();
         QCOMPARE(history->count(), 0);
-        QCOMPARE(fileBytes(path(u"journal.json"_s)), QByteArray("[]"));
+        QCOMPARE(open()->count(), 0);
     }
 
-    // Two journals on one file stand for two processes: each save keeps what the other wrote
-    // meanwhile and replays its own changes on it. Steps: "<journal> opens", "<journal>
+    // Two journals on one folder stand for two processes: each change goes to the file at
+    // once, and a journal clears only what it showed. Steps: "<journal> opens", "<journal>
     // records <serial> <minutes>", "<journal> removes <serial>", "<journal> clears".
-    void journalsSharingTheFileMerge_data()
+    void journalsSharingTheFile_data()
     {
         QTest::addColumn<QStringList>("steps");
         QTest::addColumn<QStringList>("journal");
@@ -268,18 +274,17 @@ private Q_SLOTS:
             << QStringList{u"B@1"_s};
     }
 
-    void journalsSharingTheFileMerge()
+    void journalsSharingTheFile()
     {
         QFETCH(QStringList, steps);
         QFETCH(QStringList, journal);
         std::array<std::unique_ptr<History>, 2> journals;
-        qsizetype last = 0;
         for (const QString &step : std::as_const(steps)) {
             const QStringList words = step.split(u' ');
-            last = words.at(0).toInt() - 1;
-            History *history = journals.at(last).get();
+            const qsizetype which = words.at(0).toInt() - 1;
+            History *history = journals.at(which).get();
             if (words.at(1) == u"opens"_s)
-                journals.at(last) = open();
+                journals.at(which) = open();
             else if (words.at(1) == u"records"_s)
                 record(*history, {words.at(2), words.at(3).toInt()});
             else if (words.at(1) == u"removes"_s)
@@ -289,7 +294,6 @@ private Q_SLOTS:
                 history->clear();
         }
         QCOMPARE(lines(*open()), journal);
-        QCOMPARE(lines(*journals.at(last)), journal); // the journal that saved last shows the merged list
     }
 
     // No cell runs as a formula in a spreadsheet, and a lone carriage return is quoted.

@@ -69,7 +69,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("sendsOut");
         QTest::addColumn<QStringList>("privateFiles");
         const QString sample = QStringLiteral(QUILLON_CAPTURES_DIR) + u"/sample"_s;
-        const QString journal = u"data/Quillon/journal.json"_s;
+        const QString journal = u"data/Quillon/journal.sqlite"_s;
         QTest::newRow("bash opening a TCP connection")
             << QStringList{u"bash"_s, u"-c"_s, u"exec 3<>/dev/tcp/127.0.0.1/9 || true"_s} << false << true
             << QStringList();

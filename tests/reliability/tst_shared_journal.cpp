@@ -1,5 +1,5 @@
 #include "common/test_main.h"
-#include "records/history_entry.h"
+#include "records/history.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,17 +14,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The serial numbers of the journal file, newest first; nothing when it does not read.
-std::optional<QStringList> serialsInFile(const QString &path)
+class SystemClock final : public Clock
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const auto entries = HistoryFile::decode(file.readAll());
-    if (!entries)
+public:
+    QDateTime now() const override { return QDateTime::currentDateTimeUtc(); }
+};
+
+// The serial numbers of the journal in `folder`, newest first; nothing when it does not
+// open as it was left (a damaged file would be set aside and said).
+std::optional<QStringList> serialsIn(const QString &folder)
+{
+    const History history(std::make_shared<SystemClock>(), folder);
+    if (!history.problem().isEmpty() || !history.notes().filter(u"illisible"_s).isEmpty())
         return std::nullopt;
     QStringList serials;
-    for (const HistoryEntry &entry : *entries)
+    for (const HistoryEntry &entry : history.entries())
         serials << entry.serialNumber.value_or(u"-"_s);
     return serials;
 }
@@ -58,7 +62,7 @@ class TestSharedJournal : public QObject
     QTemporaryDir m_home;
 
     QString journalFolder() const { return m_home.filePath(u"data/Quillon"_s); }
-    QString journalPath() const { return journalFolder() + u"/journal.json"_s; }
+    QString formerJournalPath() const { return journalFolder() + u"/journal.json"_s; }
 
     void startWriter(QProcess &writer, const QString &prefix, int count) const
     {
@@ -73,16 +77,15 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(journalFolder()));
     }
 
-    // A journal of 300 older entries, then a writer that keeps recording, killed at random
-    // moments again and again: after every kill the file reads whole, as the last save left
-    // it, and holds every entry saved before; the lock left by a killed writer stops no one
-    // and the next save clears what it left.
+    // A former journal of 300 entries, then a writer that keeps recording, killed at random
+    // moments again and again: after every kill the journal opens whole and holds every
+    // entry recorded before.
     void writerKilledWhileSavingLeavesAWholeFile()
     {
         QList<HistoryEntry> older;
         for (int i = 300; i >= 1; --i)
             older.append(HistoryEntry{.date = QDateTime::currentDateTimeUtc().addDays(-1), .serialNumber = u"P%1"_s.arg(i)});
-        QFile file(journalPath());
+        QFile file(formerJournalPath());
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(HistoryFile::encode(older));
         file.close();
@@ -97,19 +100,37 @@ private Q_SLOTS:
             ::kill(pid_t(writer.processId()), SIGKILL);
             QVERIFY(writer.waitForFinished(60000));
 
-            const std::optional<QStringList> serials = serialsInFile(journalPath());
-            QVERIFY2(serials, "the journal file does not read after a kill");
+            const std::optional<QStringList> serials = serialsIn(journalFolder());
+            QVERIFY2(serials, "the journal does not open whole after a kill");
             const int now = int(startingWith(*serials, u"N"_s).size());
             QVERIFY2(now > saved, "an entry saved before the kill is missing");
-            QCOMPARE(*serials, (numbered(u"N"_s, now, 1) + olderSerials).mid(0, 500));
+            QCOMPARE(*serials, numbered(u"N"_s, now, 1) + olderSerials);
             saved = now;
         }
         QProcess last;
         startWriter(last, u"N"_s, 1);
         QVERIFY(last.waitForFinished(60000));
-        QCOMPARE(startingWith(serialsInFile(journalPath()).value_or(QStringList()), u"N"_s).size(), saved + 1);
-        // Neither the killed writers' temporary files nor their locks are left.
-        QCOMPARE(QDir(journalFolder()).entryList(QDir::Files | QDir::Hidden), QStringList{u"journal.json"_s});
+        QCOMPARE(startingWith(serialsIn(journalFolder()).value_or(QStringList()), u"N"_s).size(), saved + 1);
+        QVERIFY(QDir(journalFolder()).entryList({u"journal-illisible*"_s}).isEmpty());
+    }
+
+    // A disk that fills up: the record that does not fit is refused and said, and every entry
+    // recorded before it is still there, on a journal that opens whole.
+    void fullDiskLosesNothingAndSaysSo()
+    {
+        QProcess writer;
+        writer.start(QStringLiteral(QUILLON_JOURNAL_WRITER), {journalFolder(), u"F"_s, u"0"_s, u"262144"_s});
+        QVERIFY(writer.waitForFinished(120000));
+        QCOMPARE(writer.exitCode(), 3);
+        const QStringList said = QString::fromUtf8(writer.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+        const QString recordedLine = said.filter(u"recorded "_s).value(0);
+        QVERIFY2(!recordedLine.isEmpty(), qPrintable(said.join(u'\n')));
+        const int recorded = recordedLine.mid(9).toInt();
+        QVERIFY(recorded > 10);
+        QVERIFY2(said.last().startsWith(u"la machine n’a pas été notée au journal : "_s), qPrintable(said.last()));
+        const std::optional<QStringList> serials = serialsIn(journalFolder());
+        QVERIFY2(serials, "the journal does not open whole after a full disk");
+        QCOMPARE(*serials, numbered(u"F"_s, recorded, 1));
     }
 
     // Two processes record 40 machines each while quillon-bilan records the sample Mac: all 81
@@ -130,7 +151,7 @@ private Q_SLOTS:
             QVERIFY(process->waitForFinished(120000));
             QCOMPARE(process->exitCode(), 0);
         }
-        const QStringList serials = serialsInFile(journalPath()).value_or(QStringList());
+        const QStringList serials = serialsIn(journalFolder()).value_or(QStringList());
         QCOMPARE(serials.size(), 81);
         QCOMPARE(startingWith(serials, u"A"_s), numbered(u"A"_s, 40, 1));
         QCOMPARE(startingWith(serials, u"B"_s), numbered(u"B"_s, 40, 1));

@@ -388,7 +388,16 @@ private Q_SLOTS:
         QCOMPARE(history.count(), 1);
         QVERIFY(shown.texts().contains(u"1 machine(s) contrôlée(s)"_s));
         QVERIFY(shown.items(u"emptyJournal"_s).isEmpty());
+        // "Tout effacer" asks first: refused, nothing goes; accepted, every entry goes.
+        QObject *confirmation = shown.window->findChild<QObject *>(u"clearConfirmation"_s);
+        QVERIFY(confirmation);
         QVERIFY(shown.click(u"clearJournalButton"_s));
+        QTRY_VERIFY(confirmation->property("visible").toBool());
+        QMetaObject::invokeMethod(confirmation, "reject");
+        QCOMPARE(history.count(), 1);
+        QVERIFY(shown.click(u"clearJournalButton"_s));
+        QTRY_VERIFY(confirmation->property("visible").toBool());
+        QMetaObject::invokeMethod(confirmation, "accept");
         QCOMPARE(history.count(), 0);
         QCOMPARE(shown.items(u"emptyJournal"_s).size(), 1);
         QVERIFY(shown.items(u"journalToolbar"_s).isEmpty());

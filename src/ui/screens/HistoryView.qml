@@ -75,8 +75,20 @@ ColumnLayout {
             text: qsTr("Tout effacer")
             tip: qsTr("Tout effacer")
             symbol: "trash"
-            onClicked: screen.clear()
+            onClicked: clearConfirmation.open()
         }
+    }
+
+    // Why the last change of the journal could not be written, or what opening it did.
+    Label {
+        objectName: "journalProblem"
+        readonly property var history: root.controller.history
+        visible: text.length > 0
+        text: history && history.problem.length > 0 ? qsTr("Journal : ") + history.problem : ""
+        color: Theme.orange
+        font.pixelSize: Theme.callout
+        wrapMode: Text.Wrap
+        Layout.fillWidth: true
     }
 
     Repeater {
@@ -135,6 +147,25 @@ ColumnLayout {
         nameFilters: ["*.csv"]
         onAccepted: journalExport.finish(saveDialog.selectedFile)
         onRejected: journalExport.cancel()
+    }
+
+    LinkButton {
+        objectName: "showAllEntries"
+        readonly property var history: root.controller.history
+        visible: history !== null && !history.showsAll && history.count > 500
+        text: qsTr("Tout afficher (%1 machines)").arg(history ? history.count : 0)
+        onClicked: history.showsAll = true
+    }
+
+    MessageDialog {
+        id: clearConfirmation
+
+        objectName: "clearConfirmation"
+        title: qsTr("Tout effacer")
+        text: qsTr("Effacer toutes les machines du journal ?")
+        informativeText: qsTr("Les entrées effacées ne peuvent pas être récupérées.")
+        buttons: MessageDialog.Ok | MessageDialog.Cancel
+        onAccepted: screen.clear()
     }
 
     MessageDialog {

@@ -30,21 +30,19 @@ ColumnLayout {
         implicitHeight: fields.implicitHeight + 24
         Layout.fillWidth: true
 
-        GridLayout {
+        ColumnLayout {
             id: fields
 
             x: 12
             y: 12
             width: parent.width - 24
-            columns: 2
-            columnSpacing: 10
-            rowSpacing: 8
+            spacing: 4
 
             Label {
                 text: qsTr("Nom de l'atelier")
-                color: Theme.primary
-                font.pixelSize: Theme.body
-                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+                color: Theme.secondary
+                font.pixelSize: Theme.caption
+                Layout.topMargin: 0
             }
             FormField {
                 objectName: "nameField"
@@ -55,9 +53,9 @@ ColumnLayout {
             }
             Label {
                 text: qsTr("Téléphone")
-                color: Theme.primary
-                font.pixelSize: Theme.body
-                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+                color: Theme.secondary
+                font.pixelSize: Theme.caption
+                Layout.topMargin: 6
             }
             FormField {
                 objectName: "phoneField"
@@ -68,9 +66,9 @@ ColumnLayout {
             }
             Label {
                 text: qsTr("Adresse")
-                color: Theme.primary
-                font.pixelSize: Theme.body
-                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+                color: Theme.secondary
+                font.pixelSize: Theme.caption
+                Layout.topMargin: 6
             }
             FormField {
                 objectName: "addressField"
