@@ -1,5 +1,7 @@
 #include "sources/mac_models.h"
 
+#include "sources/data_files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
@@ -139,13 +141,10 @@ QString overridesPath()
 const QHash<QString, Model> &overrides()
 {
     static const QHash<QString, Model> models = [] {
-        QFile file(overridesPath());
-        if (!file.open(QIODevice::ReadOnly))
-            return QHash<QString, Model>();
-        // A file larger than any honest overrides list is not read.
-        if (file.size() > 16 * 1024 * 1024)
-            return QHash<QString, Model>();
-        return decodeOverrides(file.readAll()).value_or(QHash<QString, Model>());
+        // A file larger than any honest overrides list, or no file at all, is not read.
+        const std::variant<QByteArray, QString> bytes = DataFiles::read(overridesPath(), 16 * 1024 * 1024);
+        const QByteArray *json = std::get_if<QByteArray>(&bytes);
+        return json ? decodeOverrides(*json).value_or(QHash<QString, Model>()) : QHash<QString, Model>();
     }();
     return models;
 }

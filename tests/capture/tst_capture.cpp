@@ -6,6 +6,7 @@
 #include "platform/capture/property_list_reader.h"
 #include "sources/system_profiler.h"
 
+#include <QElapsedTimer>
 #include <QTimeZone>
 
 #include <plist/plist.h>
@@ -331,21 +332,90 @@ private Q_SLOTS:
         QCOMPARE(namesProblem(*folder, u"process.json"_s), file == "[0]");
     }
 
-    void pipesAndDevicesNeverBlock()
+    // Pipes, devices and endless kernel files in place of the capture's files: each is
+    // refused within a second, with a French reason, and nothing fills the memory.
+    void hostileFilesAreRefusedAtOnce_data()
     {
-        // A named pipe and an endless device in place of answer files: reading them must neither
-        // block nor fill the memory.
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("target"); // "fifo" for a named pipe
+        QTest::addColumn<QString>("said");
+        QTest::newRow("answer file as a pipe") << u"profiler/SPAudioDataType.json"_s << u"fifo"_s
+                                               << u"n’est pas un fichier ordinaire"_s;
+        QTest::newRow("kernel values from /dev/zero") << u"kernel.json"_s << u"/dev/zero"_s
+                                                      << u"n’est pas un fichier ordinaire"_s;
+        // A "regular" file of the kernel that never ends.
+        QTest::newRow("registry answer from /proc/self/pagemap")
+            << u"registry/class/AppleSmartBattery.plist"_s << u"/proc/self/pagemap"_s << u"trop volumineux"_s;
+        QTest::newRow("capture header as a pipe") << u"capture.json"_s << u"fifo"_s << u"n’est pas un fichier ordinaire"_s;
+        QTest::newRow("capture header from /proc/self/pagemap") << u"capture.json"_s << u"/proc/self/pagemap"_s
+                                                               << u"trop volumineux"_s;
+    }
+
+    void hostileFilesAreRefusedAtOnce()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, target);
+        QFETCH(QString, said);
+        if (target.startsWith(u'/') && !QFileInfo::exists(target))
+            QSKIP("this system has no such file to link to");
         Capture capture;
-        QDir(capture.dir.path()).mkpath(u"profiler"_s);
-        QCOMPARE(
-            ::mkfifo(QFile::encodeName(capture.dir.filePath(u"profiler/SPAudioDataType.json"_s)).constData(), 0600), 0);
-        QVERIFY(QFile::link(u"/dev/zero"_s, capture.dir.filePath(u"kernel.json"_s)));
+        QDir(capture.dir.path()).mkpath(QFileInfo(capture.dir.filePath(file)).path());
+        if (file == u"capture.json"_s)
+            QFile::remove(capture.dir.filePath(file));
+        const QByteArray path = QFile::encodeName(capture.dir.filePath(file));
+        QVERIFY(target == u"fifo"_s ? ::mkfifo(path.constData(), 0600) == 0 : QFile::link(target, QString::fromLocal8Bit(path)));
+        QElapsedTimer elapsed;
+        elapsed.start();
+        QString message;
+        if (file == u"capture.json"_s) {
+            const auto opened = CaptureFolder::open(capture.dir.path());
+            QVERIFY(std::holds_alternative<QString>(opened));
+            message = std::get<QString>(opened);
+        } else {
+            const auto folder = capture.open();
+            const Platform platform = makeCapturePlatform(folder);
+            (void)SystemProfiler::items(*platform.profiler, u"SPAudioDataType"_s);
+            (void)kernelReading(*platform.kernel, "hw.memsize");
+            (void)platform.registry->servicesOfClass(u"AppleSmartBattery"_s);
+            message = folder->problems().join(u'\n');
+        }
+        QVERIFY(elapsed.elapsed() < 1000);
+        QVERIFY2(message.contains(said), qPrintable(message));
+    }
+
+    // Parse errors are said in French, with where they were found: never Qt's English text.
+    void parseErrorsInFrench_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("where");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("JSON value") << u"kernel.json"_s << QByteArray("{\"hw.memsize\": tru}")
+                                    << u"kernel.json : JSON illisible à l’octet "_s << u" : valeur inattendue"_s;
+        QTest::newRow("JSON cut short") << u"power-sources.json"_s << QByteArray("[{\"Type\": \"Intern")
+                                        << u"power-sources.json : JSON illisible à l’octet "_s << u" : texte non terminé"_s;
+        QTest::newRow("XML cut short") << u"registry/class/AppleSmartBattery.plist"_s
+                                       << QByteArray("<?xml version=\"1.0\"?>\n<plist version=\"1.0\">\n<array>\n<dict>")
+                                       << u"XML illisible ligne 4, colonne "_s << u" : fin du document avant sa dernière balise"_s;
+    }
+
+    void parseErrorsInFrench()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, bytes);
+        Capture capture;
+        capture.write(file, bytes);
         const auto folder = capture.open();
         const Platform platform = makeCapturePlatform(folder);
-        QCOMPARE(answerText(SystemProfiler::items(*platform.profiler, u"SPAudioDataType"_s)), unreadable);
-        QCOMPARE(kernelReading(*platform.kernel, "hw.memsize"), nothingRead);
-        QVERIFY(namesProblem(*folder, u"profiler/SPAudioDataType.json"_s));
-        QVERIFY(namesProblem(*folder, u"kernel.json"_s));
+        (void)kernelReading(*platform.kernel, "hw.memsize");
+        (void)platform.powerSources->descriptions();
+        (void)platform.registry->servicesOfClass(u"AppleSmartBattery"_s);
+        const QString problems = folder->problems().join(u'\n');
+        QFETCH(QString, where);
+        QFETCH(QString, said);
+        QVERIFY2(problems.contains(where) && problems.contains(said), qPrintable(problems));
+        for (const QString &english : {u"illegal"_s, u"Premature"_s, u"unterminated"_s})
+            QVERIFY2(!problems.contains(english, Qt::CaseInsensitive), qPrintable(problems));
     }
 };
 

@@ -1,5 +1,7 @@
 #include "platform/capture/capture_folder.h"
 
+#include "sources/data_files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -8,13 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Only regular files are read: opening a named pipe blocks, and a device such as
-// /dev/zero never ends (QFileInfo follows symbolic links).
-bool isRegularFile(const QString &path)
-{
-    return QFileInfo(path).isFile();
-}
 
 QString notACapture(const QString &path, const QString &why)
 {
@@ -30,14 +25,17 @@ std::variant<std::shared_ptr<CaptureFolder>, QString> CaptureFolder::open(const 
     std::shared_ptr<CaptureFolder> folder(new CaptureFolder);
     folder->m_path = QDir::cleanPath(path);
 
-    QFile file(folder->m_path + u"/capture.json"_s);
-    if (!isRegularFile(file.fileName()) || !file.open(QIODevice::ReadOnly))
+    const QString headerPath = folder->m_path + u"/capture.json"_s;
+    if (!QFileInfo::exists(headerPath))
         return notACapture(path, u"capture.json manque"_s);
-    if (file.size() > maximumFileSize)
-        return notACapture(path, u"capture.json est trop volumineux"_s);
+    const std::variant<QByteArray, QString> bytes = DataFiles::read(headerPath, maximumFileSize);
+    if (const QString *why = std::get_if<QString>(&bytes))
+        return notACapture(path, u"capture.json "_s + *why);
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject())
+    const QJsonDocument document = QJsonDocument::fromJson(std::get<QByteArray>(bytes), &error);
+    if (error.error != QJsonParseError::NoError)
+        return notACapture(path, u"capture.json : "_s + DataFiles::jsonError(error));
+    if (!document.isObject())
         return notACapture(path, u"capture.json n’est pas un objet JSON"_s);
     const QJsonObject header = document.object();
     if (header.value(u"format"_s).toDouble() != 1)
@@ -52,22 +50,15 @@ std::variant<std::shared_ptr<CaptureFolder>, QString> CaptureFolder::open(const 
 
 std::optional<QByteArray> CaptureFolder::read(const QString &relativePath) const
 {
-    QFile file(m_path + u'/' + relativePath);
-    if (!file.exists())
+    const QString path = m_path + u'/' + relativePath;
+    if (!QFileInfo::exists(path) && !QFileInfo(path).isSymLink())
         return std::nullopt;
-    if (!isRegularFile(file.fileName())) {
-        noteProblem(relativePath, u"n’est pas un fichier ordinaire"_s);
-        return std::nullopt;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        noteProblem(relativePath, u"illisible"_s);
+    std::variant<QByteArray, QString> bytes = DataFiles::read(path, maximumFileSize);
+    if (const QString *why = std::get_if<QString>(&bytes)) {
+        noteProblem(relativePath, *why);
         return std::nullopt;
     }
-    if (file.size() > maximumFileSize) {
-        noteProblem(relativePath, u"trop volumineux"_s);
-        return std::nullopt;
-    }
-    return file.readAll();
+    return std::get<QByteArray>(std::move(bytes));
 }
 
 std::optional<QJsonDocument> CaptureFolder::readJson(const QString &relativePath) const
@@ -78,7 +69,7 @@ std::optional<QJsonDocument> CaptureFolder::readJson(const QString &relativePath
     QJsonParseError error;
     QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
     if (error.error != QJsonParseError::NoError) {
-        noteProblem(relativePath, u"JSON illisible (%1)"_s.arg(error.errorString()));
+        noteProblem(relativePath, DataFiles::jsonError(error));
         return std::nullopt;
     }
     return document;

@@ -1,5 +1,7 @@
 #include "platform/capture/property_list_reader.h"
 
+#include "sources/data_files.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QVariantList>
@@ -393,7 +395,7 @@ QString xmlProblem(const QByteArray &bytes)
             --depth;
         }
     }
-    return xml.hasError() ? u"XML illisible (%1)"_s.arg(xml.errorString()) : QString();
+    return xml.hasError() ? DataFiles::xmlError(xml) : QString();
 }
 
 } // namespace

@@ -155,8 +155,6 @@ ColumnLayout {
                 id: tile
 
                 Layout.preferredWidth: (root.width - (root.tileColumns - 1) * 12) / root.tileColumns
-                // Tiles of one row share the tallest one's height.
-                Layout.fillHeight: true
                 onActivated: root.controller.openSection(tile.section)
             }
         }
