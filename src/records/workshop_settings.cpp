@@ -1,5 +1,7 @@
 #include "records/workshop_settings.h"
 
+#include "platform/factory/platform_factory.h"
+
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -30,14 +32,19 @@ std::optional<WorkshopHeader> workshopHeader(const QString &name, const QString 
     return header;
 }
 
-WorkshopSettings::WorkshopSettings(QObject *parent) : WorkshopSettings(std::make_unique<QSettings>(), parent) { }
+WorkshopSettings::WorkshopSettings(QObject *parent) : WorkshopSettings(PlatformFactory::preferences(), parent) { }
 
 WorkshopSettings::WorkshopSettings(std::unique_ptr<QSettings> settings, QObject *parent)
+    : WorkshopSettings(std::make_unique<SettingsPreferences>(std::move(settings)), parent)
+{
+}
+
+WorkshopSettings::WorkshopSettings(std::unique_ptr<PreferenceStore> store, QObject *parent)
     : QObject(parent),
-      m_settings(std::move(settings)),
-      m_name(m_settings->value(nameKey).toString()),
-      m_phone(m_settings->value(phoneKey).toString()),
-      m_address(m_settings->value(addressKey).toString())
+      m_store(std::move(store)),
+      m_name(m_store->text(nameKey).value_or(QString())),
+      m_phone(m_store->text(phoneKey).value_or(QString())),
+      m_address(m_store->text(addressKey).value_or(QString()))
 {
 }
 
@@ -47,8 +54,7 @@ void WorkshopSettings::store(const QString &key, QString &field, const QString &
                              void (WorkshopSettings::*changed)())
 {
     // Every assignment is written, one write per change; only a new text is published.
-    m_settings->setValue(key, value);
-    m_settings->sync();
+    m_store->setText(key, value);
     if (field == value)
         return;
     field = value;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/workshop_header.h"
+#include "sources/preference_store.h"
 
 #include <QObject>
 #include <QSettings>
@@ -10,8 +11,9 @@
 #include <optional>
 
 // The workshop's name, phone and address, kept in the user's preferences under the keys
-// "workshop.name", "workshop.phone" and "workshop.address" exactly as typed. Read once at
-// creation; every change is written at once. Main thread only.
+// "workshop.name", "workshop.phone" and "workshop.address" exactly as typed (on macOS in the
+// application's own defaults domain). Read once at creation; every change is written at
+// once. Main thread only.
 class WorkshopSettings : public QObject
 {
     Q_OBJECT
@@ -24,9 +26,11 @@ class WorkshopSettings : public QObject
     Q_PROPERTY(QString workshopAddress READ workshopAddress WRITE setWorkshopAddress NOTIFY workshopAddressChanged)
 
 public:
-    // Over the user's standard preferences store.
+    // Over the user's preferences of the application.
     explicit WorkshopSettings(QObject *parent = nullptr);
-    // Over the given store (a test's ini file, for instance).
+    // Over the given store.
+    explicit WorkshopSettings(std::unique_ptr<PreferenceStore> store, QObject *parent = nullptr);
+    // Over Qt's settings (a test's ini file, for instance).
     explicit WorkshopSettings(std::unique_ptr<QSettings> settings, QObject *parent = nullptr);
     ~WorkshopSettings() override;
 
@@ -50,7 +54,7 @@ Q_SIGNALS:
 private:
     void store(const QString &key, QString &field, const QString &value, void (WorkshopSettings::*changed)());
 
-    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<PreferenceStore> m_store;
     QString m_name;
     QString m_phone;
     QString m_address;

@@ -4,6 +4,7 @@
 
 #ifdef Q_OS_MACOS
 #include "platform/macos/mac_platform.h"
+#include "platform/macos/mac_preferences.h"
 #endif
 
 namespace PlatformFactory {
@@ -40,6 +41,15 @@ std::variant<Platform, QString> open(const std::optional<QString> &capturePath)
     return makeMacPlatform();
 #else
     return openCapture(QString::fromUtf16(sampleCapturePath));
+#endif
+}
+
+std::unique_ptr<PreferenceStore> preferences()
+{
+#ifdef Q_OS_MACOS
+    return std::make_unique<MacPreferences>();
+#else
+    return std::make_unique<SettingsPreferences>(std::make_unique<QSettings>());
 #endif
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "sources/platform.h"
+#include "sources/preference_store.h"
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <variant>
 
@@ -19,6 +21,10 @@ bool runsOnMac();
 // this Mac on macOS, and the built-in sample elsewhere. A capture that cannot be read gives
 // a French sentence naming it.
 std::variant<Platform, QString> open(const std::optional<QString> &capturePath);
+
+// The user's preferences of the application: the application's defaults domain on macOS,
+// Qt's settings elsewhere.
+std::unique_ptr<PreferenceStore> preferences();
 
 // Problems met so far in the files of the capture being replayed, one French line each.
 QStringList captureProblems(const Platform &platform);

@@ -60,8 +60,8 @@ std::optional<EventSystemFunctions> loadEventSystemFunctions()
 class HidTemperatureEvents final : public TemperatureEventSource
 {
 public:
-    HidTemperatureEvents(const EventSystemFunctions &functions, CFHolder<CFArrayRef> services)
-        : m_functions(functions), m_services(std::move(services))
+    HidTemperatureEvents(const EventSystemFunctions &functions, CFHolder<CFTypeRef> client, CFHolder<CFArrayRef> services)
+        : m_functions(functions), m_client(std::move(client)), m_services(std::move(services))
     {
     }
 
@@ -103,6 +103,8 @@ private:
     CFTypeRef service(CFIndex index) const { return CFArrayGetValueAtIndex(m_services.get(), index); }
 
     EventSystemFunctions m_functions;
+    // Released after its services, when the monitor stops reading.
+    CFHolder<CFTypeRef> m_client;
     CFHolder<CFArrayRef> m_services;
 };
 
@@ -111,19 +113,19 @@ std::unique_ptr<TemperatureEventSource> makeHidTemperatureEvents()
     const std::optional<EventSystemFunctions> functions = loadEventSystemFunctions();
     if (!functions)
         return nullptr;
-    // The client is never released: it lives as long as the process, and its services with it.
-    const CFTypeRef client = functions->create(kCFAllocatorDefault);
+    // The client is kept by the source and released with it, after its services.
+    CFHolder<CFTypeRef> client(functions->create(kCFAllocatorDefault));
     if (!client)
         return nullptr;
     const CFHolder<CFDictionaryRef> matching = hidUsageMatching(vendorUsagePage, temperatureSensorUsage);
     if (!matching)
         return nullptr;
-    functions->setMatching(client, matching.get());
-    CFHolder<CFTypeRef> copied(functions->copyServices(client));
+    functions->setMatching(client.get(), matching.get());
+    CFHolder<CFTypeRef> copied(functions->copyServices(client.get()));
     if (!cfCast<CFArrayRef>(copied.get(), CFArrayGetTypeID()))
         return nullptr;
     CFHolder<CFArrayRef> services(static_cast<CFArrayRef>(copied.release()));
-    return std::make_unique<HidTemperatureEvents>(*functions, std::move(services));
+    return std::make_unique<HidTemperatureEvents>(*functions, std::move(client), std::move(services));
 }
 
 } // namespace
