@@ -111,14 +111,14 @@ QString abbreviatedDateShortTime(const QDateTime &moment)
     const QDateTime local = moment.toLocalTime();
     const QDate date = local.date();
     return QString::number(date.day()) + u' ' + frenchAbbreviatedMonthName(date.month()) + u' '
-        + QString::number(date.year()) + u" à "_s + QString::number(local.time().hour()) + u':'
+        + QString::number(date.year()) + u" à "_s + twoDigits(local.time().hour()) + u':'
         + twoDigits(local.time().minute());
 }
 
 QString standardTime(const QDateTime &moment)
 {
     const QTime time = moment.toLocalTime().time();
-    return QString::number(time.hour()) + u':' + twoDigits(time.minute()) + u':' + twoDigits(time.second());
+    return twoDigits(time.hour()) + u':' + twoDigits(time.minute()) + u':' + twoDigits(time.second());
 }
 
 QString iso8601Utc(const QDateTime &moment)

@@ -28,9 +28,9 @@ QString frenchAbbreviatedMonthName(int month);
 
 // "16 novembre 2026 à 09:05" (local time).
 QString longDateShortTime(const QDateTime &moment);
-// "16 nov. 2026 à 9:05" (local time).
+// "16 nov. 2026 à 09:05" (local time), the hour in two digits as a French Mac writes it.
 QString abbreviatedDateShortTime(const QDateTime &moment);
-// "9:05:07" (local time).
+// "09:05:07" (local time).
 QString standardTime(const QDateTime &moment);
 // "2026-11-16T08:05:07Z".
 QString iso8601Utc(const QDateTime &moment);
