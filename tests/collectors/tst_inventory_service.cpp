@@ -1,6 +1,8 @@
 #include "common/test_main.h"
 #include "fakes.h"
 
+#include <QSet>
+
 using enum AppSection;
 
 namespace {
@@ -101,6 +103,27 @@ class TestInventoryService : public QObject
 
 private Q_SLOTS:
     // The volumes kept and their order, what each holds, and the profiler's failures.
+    // A device keeps its identity from one collection to the next; two alike siblings and a
+    // device whose serial number changed are told apart.
+    void devicesKeepTheirIdentity()
+    {
+        const QByteArray items = R"({"_name": "Bus", "host_controller": "XHCI", "_items": [
+            {"_name": "Clé", "serial_num": "A1"}, {"_name": "Souris"}, {"_name": "Souris"}]})";
+        const auto ids = [](const QList<DeviceNode> &nodes) {
+            QList<QUuid> found;
+            for (const auto &[node, depth] : flattenedAll(nodes))
+                found.append(node.id);
+            return found;
+        };
+        const QList<QUuid> first = ids(nodesIn(AppSection::usb, items));
+        QCOMPARE(ids(nodesIn(AppSection::usb, items)), first);
+        QCOMPARE(QSet<QUuid>(first.cbegin(), first.cend()).size(), 4);
+        const QList<QUuid> otherKey = ids(nodesIn(AppSection::usb, QByteArray(items).replace("A1", "B2")));
+        QCOMPARE(otherKey.at(0), first.at(0));
+        QVERIFY(otherKey.at(1) != first.at(1));
+        QCOMPARE(otherKey.mid(2), first.mid(2));
+    }
+
     void volumes_data()
     {
         QTest::addColumn<QString>("actual");

@@ -184,7 +184,15 @@ private Q_SLOTS:
         QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
         model.setRoots(roots);
         QCOMPARE(resets.count(), 0);
-        // Rebuilt records are new nodes, even with the same texts.
+        // The same device with a changed value: its row changes, no card is rebuilt.
+        QList<DeviceNode> changed = roots;
+        changed[0].subtitle = u"Apple"_s;
+        QSignalSpy rowChanges(&model, &QAbstractItemModel::dataChanged);
+        model.setRoots(changed);
+        QCOMPARE(resets.count(), 0);
+        QCOMPARE(rowChanges.count(), 1);
+        QCOMPARE(model.data(model.index(0), DeviceListModel::NodeRole).toMap().value(u"subtitle"_s).toString(), u"Apple"_s);
+        // Another device: the list is built again.
         model.setRoots({ node(u"Clavier"_s) });
         QCOMPARE(resets.count(), 1);
     }

@@ -12,7 +12,7 @@ DeviceListModel::DeviceListModel(QObject *parent) : QAbstractListModel(parent)
 
 namespace {
 
-// Records are rebuilt with fresh identifiers, so the same identifiers mean the same nodes.
+// Devices keep their identity across collections: the same identifiers mean the same rows.
 QList<QUuid> identifiers(const QList<std::pair<DeviceNode, int>> &entries)
 {
     QList<QUuid> ids;
@@ -27,8 +27,17 @@ QList<QUuid> identifiers(const QList<std::pair<DeviceNode, int>> &entries)
 void DeviceListModel::setRoots(const QList<DeviceNode> &roots)
 {
     QList<std::pair<DeviceNode, int>> entries = flattenedAll(roots);
-    if (identifiers(entries) == identifiers(m_entries) && roots.size() == m_roots.size())
+    if (identifiers(entries) == identifiers(m_entries) && roots.size() == m_roots.size()) {
+        // The same devices: only the rows whose content changed are told, no card is rebuilt.
+        m_roots = roots;
+        for (qsizetype row = 0; row < entries.size(); ++row) {
+            if (entries.at(row) == m_entries.at(row))
+                continue;
+            m_entries[row] = entries.at(row);
+            Q_EMIT dataChanged(index(int(row)), index(int(row)));
+        }
         return;
+    }
     const int previousCount = count();
     beginResetModel();
     m_roots = roots;
