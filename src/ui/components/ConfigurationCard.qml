@@ -16,13 +16,17 @@ HighlightCard {
     title: qsTr("Configuration")
     symbol: "cpu"
 
-    GridLayout {
+    // A positioner rather than a grid layout: the number of columns follows the width, and a
+    // grid layout whose columns change while it lays out its repeated figures can crash
+    // (Qt 6.4).
+    Grid {
         id: grid
 
         columns: root.columns
         columnSpacing: 14
         rowSpacing: 14
         Layout.fillWidth: true
+        Layout.preferredWidth: 1
 
         Repeater {
             model: root.figures
@@ -40,9 +44,7 @@ HighlightCard {
                 value: block.modelData.value
                 tint: block.tone.value
                 // Columns of equal width.
-                Layout.fillWidth: true
-                Layout.preferredWidth: 1
-                Layout.alignment: Qt.AlignLeft | Qt.AlignTop
+                width: (grid.width - (grid.columns - 1) * grid.columnSpacing) / grid.columns
             }
         }
     }
