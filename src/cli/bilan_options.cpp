@@ -1,5 +1,7 @@
 #include "cli/bilan_options.h"
 
+#include <QDate>
+
 using namespace Qt::StringLiterals;
 
 namespace BilanCommandLine {
@@ -21,6 +23,10 @@ const QList<ValueOption> &valueOptions()
         {u"--workshop-phone"_s, &BilanOptions::workshopPhone},
         {u"--workshop-address"_s, &BilanOptions::workshopAddress},
         {u"--save-capture"_s, &BilanOptions::saveCapture},
+        {u"--search"_s, &BilanOptions::search},
+        {u"--level"_s, &BilanOptions::level},
+        {u"--from"_s, &BilanOptions::from},
+        {u"--to"_s, &BilanOptions::to},
     };
     return options;
 }
@@ -84,6 +90,15 @@ std::variant<BilanOptions, QString> parse(const QStringList &arguments)
     }
     if (options.saveCapture && options.capture)
         return u"--save-capture enregistre ce Mac : il ne se combine pas avec --capture."_s;
+    if ((options.search || options.level || options.from || options.to) && !options.journalCsv)
+        return u"--search, --level, --from et --to choisissent les lignes de --journal-csv."_s;
+    if (options.level && *options.level != u"correct"_s && *options.level != u"attention"_s
+        && *options.level != u"anomalie"_s)
+        return u"--level attend correct, attention ou anomalie."_s;
+    for (const std::optional<QString> *date : {&options.from, &options.to}) {
+        if (*date && !QDate::fromString(**date, Qt::ISODate).isValid())
+            return u"date illisible : « %1 » (AAAA-MM-JJ attendu)."_s.arg(**date);
+    }
     return options;
 }
 
@@ -96,6 +111,9 @@ QString helpText()
            "  --output FICHIER           écrit le bilan dans ce fichier (UTF-8) au lieu de la sortie standard\n"
            "  --record                   ajoute la machine au journal, comme l’application\n"
            "  --journal-csv              écrit le journal au format CSV sur la sortie standard\n"
+           "    --search TEXTE           … seulement les machines dont le numéro de série ou le modèle contient TEXTE\n"
+           "    --level NIVEAU           … seulement celles au verdict correct, attention ou anomalie\n"
+           "    --from DATE, --to DATE   … seulement celles contrôlées entre ces dates (AAAA-MM-JJ, incluses)\n"
            "  --workshop-name NOM        nom de l’atelier pour ce bilan\n"
            "  --workshop-phone TÉL       téléphone de l’atelier pour ce bilan\n"
            "  --workshop-address ADR     adresse de l’atelier pour ce bilan\n"

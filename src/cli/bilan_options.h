@@ -17,6 +17,12 @@ struct BilanOptions
     std::optional<QString> workshopPhone;
     std::optional<QString> workshopAddress;
     std::optional<QString> saveCapture;
+    // The selection of --journal-csv: text in the serial number or model, level word
+    // ("correct", "attention", "anomalie"), dates AAAA-MM-JJ.
+    std::optional<QString> search;
+    std::optional<QString> level;
+    std::optional<QString> from;
+    std::optional<QString> to;
     bool version = false;
     bool help = false;
 };

@@ -166,8 +166,11 @@ int runBilan(const BilanOptions &options, const Platform &platform, QTextStream 
         }
         if (options.journalCsv && !history.problem().isEmpty() && !options.record)
             errors << u"quillon-bilan : "_s << history.problem() << Qt::endl;
-        if (options.journalCsv)
+        if (options.journalCsv) {
+            history.search(options.search.value_or(QString()), options.level.value_or(QString()),
+                           options.from.value_or(QString()), options.to.value_or(QString()));
             output << history.csv();
+        }
     }
 
     if (report && options.output) {

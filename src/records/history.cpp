@@ -80,6 +80,42 @@ void History::setShowsAll(bool showsAll)
     Q_EMIT showsAllChanged();
 }
 
+void History::setFilter(const JournalFilter &filter)
+{
+    if (filter == m_filter)
+        return;
+    beginResetModel();
+    m_filter = filter;
+    reselect();
+    endResetModel();
+    Q_EMIT selectionChanged();
+}
+
+void History::search(const QString &text, const QString &level, const QString &from, const QString &to)
+{
+    JournalFilter filter;
+    filter.text = text;
+    filter.level = JournalFilter::levelFromWord(level).value_or(JournalFilter::Level::any);
+    const QDate first = QDate::fromString(from.trimmed(), Qt::ISODate);
+    const QDate last = QDate::fromString(to.trimmed(), Qt::ISODate);
+    if (first.isValid())
+        filter.from = first;
+    if (last.isValid())
+        filter.to = last;
+    setFilter(filter);
+}
+
+void History::reselect()
+{
+    m_selected.clear();
+    if (m_filter.isEmpty())
+        return;
+    for (const HistoryEntry &entry : std::as_const(m_entries)) {
+        if (m_filter.matches(entry))
+            m_selected.append(entry);
+    }
+}
+
 void History::setProblem(const QString &problem)
 {
     if (problem == m_problem)
@@ -93,6 +129,7 @@ void History::publishChange(int previousCount)
     if (count() != previousCount)
         Q_EMIT countChanged();
     Q_EMIT entriesChanged();
+    Q_EMIT selectionChanged();
 }
 
 HistoryEntry History::makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
@@ -113,6 +150,7 @@ HistoryEntry History::makeEntry(const HardwareInfo &hardware, const std::optiona
     entry.headline = report.headline();
     entry.warningCount = report.count(CheckStatus::attention);
     entry.faultCount = report.count(CheckStatus::alerte);
+    entry.failedReadCount = report.failedReads.size();
     return entry;
 }
 
@@ -137,6 +175,17 @@ bool History::record(const std::optional<HardwareInfo> &hardware, const std::opt
     }
     setProblem(QString());
     const int previousCount = count();
+    if (!m_filter.isEmpty()) {
+        // A search is on: the list is selected again around the new entry.
+        beginResetModel();
+        if (recorded.replaced)
+            m_entries.removeIf([&](const HistoryEntry &e) { return e.id == *recorded.replaced; });
+        m_entries.prepend(std::move(entry));
+        reselect();
+        endResetModel();
+        publishChange(previousCount);
+        return true;
+    }
     const qsizetype same = recorded.replaced
         ? std::find_if(m_entries.cbegin(), m_entries.cend(), [&](const HistoryEntry &e) { return e.id == *recorded.replaced; })
               - m_entries.cbegin()
@@ -170,11 +219,12 @@ void History::removeById(const QString &id)
     removeIds({QUuid::fromString(id)});
 }
 
-// Only what this journal shows goes: an entry written meanwhile by another process stays.
+// Only what this journal shows goes (what the search selects): an entry written meanwhile by
+// another process stays.
 void History::clear()
 {
     QSet<QUuid> ids;
-    for (const HistoryEntry &entry : std::as_const(m_entries))
+    for (const HistoryEntry &entry : selected())
         ids.insert(entry.id);
     removeIds(ids);
 }
@@ -189,6 +239,7 @@ void History::removeIds(const QSet<QUuid> &ids)
     const int previousCount = count();
     beginResetModel();
     m_entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });
+    reselect();
     endResetModel();
     publishChange(previousCount);
 }
@@ -196,7 +247,7 @@ void History::removeIds(const QSet<QUuid> &ids)
 QString History::csv() const
 {
     // The byte-order mark tells spreadsheets the text is UTF-8, wherever it is written.
-    return QChar(0xFEFF) + HistoryCsv::text(m_entries);
+    return QChar(0xFEFF) + HistoryCsv::text(selected());
 }
 
 QString History::exportCsv(const QString &filePath) const
@@ -206,7 +257,7 @@ QString History::exportCsv(const QString &filePath) const
         return file.errorString();
     // Serial numbers: readable by the owner only, from the first byte on.
     file.setPermissions(ownerOnly);
-    if (file.write(HistoryCsv::exportBytes(m_entries)) < 0 || !file.commit())
+    if (file.write(HistoryCsv::exportBytes(selected())) < 0 || !file.commit())
         return file.errorString();
     QFile::setPermissions(filePath, ownerOnly);
     return QString();
@@ -214,14 +265,15 @@ QString History::exportCsv(const QString &filePath) const
 
 int History::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : (m_showsAll ? count() : std::min(count(), shownEntries));
+    const int selectedEntries = selectedCount();
+    return parent.isValid() ? 0 : (m_showsAll ? selectedEntries : std::min(selectedEntries, shownEntries));
 }
 
 QVariant History::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return QVariant();
-    const HistoryEntry &entry = m_entries.at(index.row());
+    const HistoryEntry &entry = selected().at(index.row());
     switch (role) {
     case IdRole:
         return entry.id.toString(QUuid::WithoutBraces).toUpper();
@@ -252,6 +304,8 @@ QVariant History::data(const QModelIndex &index, int role) const
         return entry.warningCount;
     case FaultCountRole:
         return entry.faultCount;
+    case FailedReadCountRole:
+        return entry.failedReadCount;
     default:
         return QVariant();
     }
@@ -274,5 +328,6 @@ QHash<int, QByteArray> History::roleNames() const
         {HeadlineRole, "headline"},
         {WarningCountRole, "warningCount"},
         {FaultCountRole, "faultCount"},
+        {FailedReadCountRole, "failedReadCount"},
     };
 }

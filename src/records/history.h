@@ -5,6 +5,7 @@
 #include "core/storage_volume.h"
 #include "diagnostics/diagnostics_report.h"
 #include "records/history_entry.h"
+#include "records/journal_filter.h"
 #include "records/journal_store.h"
 #include "sources/platform.h"
 
@@ -41,6 +42,8 @@ class History : public QAbstractListModel
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     // Every entry is listed, not only the newest 500.
     Q_PROPERTY(bool showsAll READ showsAll WRITE setShowsAll NOTIFY showsAllChanged)
+    // Number of entries the search selects (all of them without one).
+    Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
 
 public:
     enum Role {
@@ -59,6 +62,7 @@ public:
         HeadlineRole,
         WarningCountRole,
         FaultCountRole,
+        FailedReadCountRole,
     };
     Q_ENUM(Role)
 
@@ -77,6 +81,14 @@ public:
     static QString defaultDirectory();
 
     const QList<HistoryEntry> &entries() const { return m_entries; }
+    // The entries the search selects, newest first: the list, its spreadsheet and its count.
+    const QList<HistoryEntry> &selected() const { return m_filter.isEmpty() ? m_entries : m_selected; }
+    int selectedCount() const { return int(selected().size()); }
+    const JournalFilter &filter() const { return m_filter; }
+    void setFilter(const JournalFilter &filter);
+    // The journal screen's search: text, level word ("tout", "correct", "attention",
+    // "anomalie"), dates "AAAA-MM-JJ" (empty for none).
+    Q_INVOKABLE void search(const QString &text, const QString &level, const QString &from, const QString &to);
     int count() const { return int(m_entries.size()); }
     QString filePath() const;
     QString problem() const { return m_problem; }
@@ -98,7 +110,7 @@ public:
     // Removes every entry.
     Q_INVOKABLE void clear();
 
-    // The semicolon-separated spreadsheet text of the journal, after the byte-order mark.
+    // The semicolon-separated spreadsheet text of the selected entries, after the byte-order mark.
     Q_INVOKABLE QString csv() const;
     // Writes the exported spreadsheet (byte-order mark and text) to `filePath`, replacing
     // any file there. Returns the platform's error description, or an empty text.
@@ -112,6 +124,7 @@ Q_SIGNALS:
     void countChanged();
     void problemChanged();
     void showsAllChanged();
+    void selectionChanged();
     // Emitted after every change of the entries, once the model signals are out.
     void entriesChanged();
 
@@ -119,6 +132,7 @@ private:
     void publishChange(int previousCount);
     void setProblem(const QString &problem);
     void removeIds(const QSet<QUuid> &ids);
+    void reselect();
     HistoryEntry makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
                            const QList<StorageVolume> &volumes, const DiagnosticsReport &report) const;
 
@@ -127,4 +141,6 @@ private:
     QList<HistoryEntry> m_entries;
     QString m_problem;
     bool m_showsAll = false;
+    JournalFilter m_filter;
+    QList<HistoryEntry> m_selected;
 };

@@ -28,6 +28,8 @@ struct HistoryEntry
     QString headline;
     qint64 warningCount = 0;
     qint64 faultCount = 0;
+    // The sections that could not be read: such a bilan never reads as all clear.
+    qint64 failedReadCount = 0;
 
     friend bool operator==(const HistoryEntry &, const HistoryEntry &) = default;
 };

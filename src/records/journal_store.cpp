@@ -51,12 +51,13 @@ void bindEntry(QSqlQuery &query, const HistoryEntry &entry)
     query.bindValue(u":headline"_s, text(entry.headline));
     query.bindValue(u":warnings"_s, entry.warningCount);
     query.bindValue(u":faults"_s, entry.faultCount);
+    query.bindValue(u":failedReads"_s, entry.failedReadCount);
 }
 
 const QString insertEntry = u"INSERT INTO entries (id, date_ms, model_name, model_identifier, serial, chip, memory, "
-                            "storage_bytes, battery_health, battery_cycles, headline, warnings, faults) VALUES (:id, "
+                            "storage_bytes, battery_health, battery_cycles, headline, warnings, faults, failed_reads) VALUES (:id, "
                             ":date, :modelName, :modelIdentifier, :serial, :chip, :memory, :storage, :health, :cycles, "
-                            ":headline, :warnings, :faults)"_s;
+                            ":headline, :warnings, :faults, :failedReads)"_s;
 
 template <typename T>
 std::optional<T> optionalValue(const QVariant &value)
@@ -80,6 +81,7 @@ HistoryEntry entryFrom(const QSqlQuery &query)
     entry.headline = query.value(10).toString();
     entry.warningCount = query.value(11).toLongLong();
     entry.faultCount = query.value(12).toLongLong();
+    entry.failedReadCount = query.value(13).toLongLong();
     return entry;
 }
 
@@ -185,7 +187,8 @@ bool JournalStore::createSchema()
     return query.exec(u"CREATE TABLE IF NOT EXISTS entries (seq INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL, "
                       "date_ms INTEGER NOT NULL, model_name TEXT NOT NULL, model_identifier TEXT NOT NULL, serial TEXT, "
                       "chip TEXT NOT NULL, memory TEXT NOT NULL, storage_bytes REAL, battery_health INTEGER, "
-                      "battery_cycles INTEGER, headline TEXT NOT NULL, warnings INTEGER NOT NULL, faults INTEGER NOT NULL)"_s)
+                      "battery_cycles INTEGER, headline TEXT NOT NULL, warnings INTEGER NOT NULL, faults INTEGER NOT NULL, "
+                      "failed_reads INTEGER NOT NULL DEFAULT 0)"_s)
         && query.exec(u"CREATE INDEX IF NOT EXISTS entries_by_serial ON entries (serial)"_s)
         && query.exec(u"CREATE INDEX IF NOT EXISTS entries_by_date ON entries (date_ms)"_s)
         && query.exec(u"CREATE TABLE IF NOT EXISTS facts (name TEXT PRIMARY KEY, value TEXT)"_s);
@@ -253,7 +256,7 @@ QList<HistoryEntry> JournalStore::entries() const
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
     query.setForwardOnly(true);
     if (!query.exec(u"SELECT id, date_ms, model_name, model_identifier, serial, chip, memory, storage_bytes, "
-                    "battery_health, battery_cycles, headline, warnings, faults FROM entries ORDER BY seq DESC"_s))
+                    "battery_health, battery_cycles, headline, warnings, faults, failed_reads FROM entries ORDER BY seq DESC"_s))
         return found;
     while (query.next())
         found.append(entryFrom(query));
@@ -289,7 +292,7 @@ JournalStore::Recorded JournalStore::record(const HistoryEntry &entry, qint64 wi
         change.prepare(u"UPDATE entries SET id = :id, date_ms = :date, model_name = :modelName, model_identifier = "
                        ":modelIdentifier, serial = :serial, chip = :chip, memory = :memory, storage_bytes = :storage, "
                        "battery_health = :health, battery_cycles = :cycles, headline = :headline, warnings = :warnings, "
-                       "faults = :faults WHERE seq = :seq"_s);
+                       "faults = :faults, failed_reads = :failedReads WHERE seq = :seq"_s);
         change.bindValue(u":seq"_s, recent.value(0));
     } else {
         change.prepare(insertEntry);

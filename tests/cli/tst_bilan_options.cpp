@@ -60,6 +60,10 @@ private Q_SLOTS:
         QTest::newRow("flag with a value") << QStringList{u"--record=yes"_s} << u"--record"_s;
         QTest::newRow("save and replay at once")
             << QStringList{u"--capture"_s, u"x"_s, u"--save-capture"_s, u"y"_s} << u"--save-capture"_s;
+        QTest::newRow("a search without the journal") << QStringList{u"--search"_s, u"C02"_s} << u"--journal-csv"_s;
+        QTest::newRow("unknown level") << QStringList{u"--journal-csv"_s, u"--level"_s, u"rouge"_s} << u"--level"_s;
+        QTest::newRow("date in French order") << QStringList{u"--journal-csv"_s, u"--from"_s, u"16/11/2026"_s}
+                                              << u"16/11/2026"_s;
     }
 
     void refusedCommandLines()

@@ -200,6 +200,10 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), 3); // header and two machines
         QVERIFY(lines.at(1).contains(u"MacBookAir10,1"_s) || lines.at(1).contains(u"MacBook Air"_s));
         QVERIFY(lines.at(2).contains(u"K7Q2XW9J4F"_s));
+        // Only the machines searched for.
+        const QStringList found = bilan({u"--journal-csv"_s, u"--search"_s, u"k7q2"_s}).standardOutput.split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(found.size(), 2);
+        QVERIFY(found.at(1).contains(u"K7Q2XW9J4F"_s));
     }
 };
 

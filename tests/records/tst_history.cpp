@@ -296,6 +296,66 @@ private Q_SLOTS:
         QCOMPARE(lines(*open()), journal);
     }
 
+    // The search selects by serial number or model, level and dates; the spreadsheet and
+    // "Tout effacer" follow the selection.
+    void searchSelects_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("level");
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QStringList>("selected");
+        // A: correct on day 0; C02B: a warning on day 1; C: a fault on day 2 (Paris time).
+        QTest::newRow("everything") << QString() << u"tout"_s << QString() << QString()
+                                    << QStringList{u"C@2880"_s, u"C02B@1440"_s, u"A@0"_s};
+        QTest::newRow("part of a serial, any case") << u"c02b"_s << QString() << QString() << QString()
+                                                    << QStringList{u"C02B@1440"_s};
+        QTest::newRow("model identifier") << u"Mac14"_s << QString() << QString() << QString()
+                                          << QStringList{u"C@2880"_s};
+        QTest::newRow("anomalies") << QString() << u"anomalie"_s << QString() << QString() << QStringList{u"C@2880"_s};
+        QTest::newRow("points to watch") << QString() << u"attention"_s << QString() << QString()
+                                         << QStringList{u"C02B@1440"_s};
+        QTest::newRow("correct") << QString() << u"correct"_s << QString() << QString() << QStringList{u"A@0"_s};
+        QTest::newRow("from the second day") << QString() << QString() << u"2026-11-17"_s << QString()
+                                             << QStringList{u"C@2880"_s, u"C02B@1440"_s};
+        QTest::newRow("up to the second day") << QString() << QString() << QString() << u"2026-11-17"_s
+                                              << QStringList{u"C02B@1440"_s, u"A@0"_s};
+    }
+
+    void searchSelects()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, level);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QStringList, selected);
+        auto history = open();
+        QAbstractItemModelTester tester(history.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        m_clock->moment = morning;
+        history->record(machine(u"A"_s), std::nullopt, {}, reportOf({CheckStatus::ok}));
+        m_clock->moment = morning.addDays(1);
+        history->record(machine(u"C02B"_s), std::nullopt, {}, reportOf({CheckStatus::attention}));
+        m_clock->moment = morning.addDays(2);
+        HardwareInfo studio = machine(u"C"_s);
+        studio.modelIdentifier = u"Mac14,13"_s;
+        history->record(studio, std::nullopt, {}, reportOf({CheckStatus::alerte}));
+        history->search(text, level, from, to);
+        const auto shown = [&] {
+            QStringList out;
+            for (int row = 0; row < history->rowCount(); ++row) {
+                const QModelIndex index = history->index(row);
+                out << history->data(index, History::SerialNumberRole).toString() + u'@'
+                        + QString::number(morning.secsTo(history->data(index, History::DateRole).toDateTime()) / 60);
+            }
+            return out;
+        };
+        QCOMPARE(shown(), selected);
+        QCOMPARE(history->selectedCount(), selected.size());
+        QCOMPARE(history->csv().count(u'\n'), selected.size() + 1);
+        history->clear();
+        QCOMPARE(history->count(), 3 - int(selected.size()));
+    }
+
     // No cell runs as a formula in a spreadsheet, and a lone carriage return is quoted.
     void spreadsheetSafeCells_data()
     {

@@ -262,14 +262,19 @@ private Q_SLOTS:
         QTest::newRow("empty serial dropped, zero health and cycles kept, faults")
             << zeros << QStringList { u"Configuration: Apple M2 · 8 Go"_s, u"Capacité maximale: 0 %"_s, u"Cycles: 0"_s }
             << u"exclamationmark.triangle"_s << u"orange"_s;
+
+        HistoryEntry incomplete = bare;
+        incomplete.failedReadCount = 2;
+        QTest::newRow("failed reads and nothing else: never the all-clear")
+            << incomplete << QStringList { u"Configuration: Apple M2 · 8 Go"_s } << u"info.circle"_s << u"accent"_s;
     }
 
     void journalEntry()
     {
         QFETCH(HistoryEntry, entry);
         QTEST(lines(journalEntryRows(entry)), "rows");
-        QTEST(journalEntrySymbol(entry.warningCount, entry.faultCount), "symbol");
-        QTEST(journalHeadlineRole(entry.warningCount, entry.faultCount), "headlineRole");
+        QTEST(journalEntrySymbol(entry.warningCount, entry.faultCount, entry.failedReadCount), "symbol");
+        QTEST(journalHeadlineRole(entry.warningCount, entry.faultCount, entry.failedReadCount), "headlineRole");
     }
 
     void hardwareScreenFollowsTheMonitors()

@@ -54,7 +54,7 @@ void JournalExport::finish(const QUrl &file)
     if (!m_history)
         return;
     const QString path = file.isLocalFile() ? file.toLocalFile() : file.toString();
-    const QString error = writeFile(path, m_history->entries());
+    const QString error = writeFile(path, m_history->selected());
     if (!error.isEmpty()) {
         Q_EMIT exportFailed(error);
         return;

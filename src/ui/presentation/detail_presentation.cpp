@@ -113,14 +113,19 @@ bool journalEntryIsClean(qint64 warningCount, qint64 faultCount)
     return warningCount == 0 && faultCount == 0;
 }
 
-QString journalEntrySymbol(qint64 warningCount, qint64 faultCount)
+// A bilan with failed reads and nothing else to say is incomplete, not clean.
+QString journalEntrySymbol(qint64 warningCount, qint64 faultCount, qint64 failedReadCount)
 {
-    return journalEntryIsClean(warningCount, faultCount) ? u"checkmark.circle"_s : u"exclamationmark.triangle"_s;
+    if (!journalEntryIsClean(warningCount, faultCount))
+        return u"exclamationmark.triangle"_s;
+    return failedReadCount > 0 ? u"info.circle"_s : u"checkmark.circle"_s;
 }
 
-QString journalHeadlineRole(qint64 warningCount, qint64 faultCount)
+QString journalHeadlineRole(qint64 warningCount, qint64 faultCount, qint64 failedReadCount)
 {
-    return journalEntryIsClean(warningCount, faultCount) ? u"green"_s : u"orange"_s;
+    if (!journalEntryIsClean(warningCount, faultCount))
+        return u"orange"_s;
+    return failedReadCount > 0 ? u"accent"_s : u"green"_s;
 }
 
 QList<InfoRow> journalEntryRows(const HistoryEntry &entry)

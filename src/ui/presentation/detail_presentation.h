@@ -82,9 +82,9 @@ QString journalCountText(qint64 count);
 // An entry without warnings nor faults is clean: a check icon and a green headline;
 // otherwise a warning icon and an orange headline.
 bool journalEntryIsClean(qint64 warningCount, qint64 faultCount);
-QString journalEntrySymbol(qint64 warningCount, qint64 faultCount);
+QString journalEntrySymbol(qint64 warningCount, qint64 faultCount, qint64 failedReadCount = 0);
 // "green" or "orange".
-QString journalHeadlineRole(qint64 warningCount, qint64 faultCount);
+QString journalHeadlineRole(qint64 warningCount, qint64 faultCount, qint64 failedReadCount = 0);
 // Serial number, configuration, storage, battery health and cycles, each only when known.
 QList<InfoRow> journalEntryRows(const HistoryEntry &entry);
 

@@ -218,12 +218,12 @@ void JournalScreen::clear()
         m_history->clear();
 }
 
-QString JournalScreen::symbolFor(qint64 warningCount, qint64 faultCount) const
+QString JournalScreen::symbolFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const
 {
-    return DetailPresentation::journalEntrySymbol(warningCount, faultCount);
+    return DetailPresentation::journalEntrySymbol(warningCount, faultCount, failedReadCount);
 }
 
-QString JournalScreen::headlineRoleFor(qint64 warningCount, qint64 faultCount) const
+QString JournalScreen::headlineRoleFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const
 {
-    return DetailPresentation::journalHeadlineRole(warningCount, faultCount);
+    return DetailPresentation::journalHeadlineRole(warningCount, faultCount, failedReadCount);
 }

@@ -121,9 +121,9 @@ public:
     // Removes that entry ("Retirer"), or every entry ("Tout effacer"); the journal saves.
     Q_INVOKABLE void remove(const QString &entryId);
     Q_INVOKABLE void clear();
-    Q_INVOKABLE QString symbolFor(qint64 warningCount, qint64 faultCount) const;
+    Q_INVOKABLE QString symbolFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const;
     // The colour role of the headline: "green" or "orange".
-    Q_INVOKABLE QString headlineRoleFor(qint64 warningCount, qint64 faultCount) const;
+    Q_INVOKABLE QString headlineRoleFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const;
 
 Q_SIGNALS:
     void historyChanged();

@@ -79,6 +79,38 @@ ColumnLayout {
         }
     }
 
+    // The search over the whole journal: a serial number or a model, and a verdict level.
+    RowLayout {
+        objectName: "journalSearch"
+        visible: screen.count > 0
+        spacing: 8
+        Layout.fillWidth: true
+
+        FormField {
+            id: searchText
+
+            objectName: "journalSearchText"
+            placeholderText: qsTr("Numéro de série ou modèle")
+            Accessible.name: qsTr("Rechercher dans le journal")
+            onTextChanged: searchLevel.apply()
+            Layout.fillWidth: true
+        }
+        ComboBox {
+            id: searchLevel
+
+            objectName: "journalSearchLevel"
+            readonly property var words: ["tout", "correct", "attention", "anomalie"]
+            model: [qsTr("Tous les verdicts"), qsTr("Corrects"), qsTr("À surveiller"), qsTr("Anomalies")]
+            Accessible.name: qsTr("Verdict")
+            implicitContentWidthPolicy: ComboBox.WidestText
+            onActivated: searchLevel.apply()
+
+            function apply() {
+                root.controller.history.search(searchText.text, searchLevel.words[searchLevel.currentIndex], "", "")
+            }
+        }
+    }
+
     // Why the last change of the journal could not be written, or what opening it did.
     Label {
         objectName: "journalProblem"
@@ -103,10 +135,11 @@ ColumnLayout {
             required property string headline
             required property int warningCount
             required property int faultCount
+            required property int failedReadCount
 
             objectName: "journalEntry"
             title: entry.modelName
-            systemImage: screen.symbolFor(entry.warningCount, entry.faultCount)
+            systemImage: screen.symbolFor(entry.warningCount, entry.faultCount, entry.failedReadCount)
             accessory: entry.dateText
             Layout.fillWidth: true
 
@@ -117,7 +150,7 @@ ColumnLayout {
                 Label {
                     objectName: "journalHeadline"
                     text: entry.headline
-                    color: Theme.colour(screen.headlineRoleFor(entry.warningCount, entry.faultCount))
+                    color: Theme.colour(screen.headlineRoleFor(entry.warningCount, entry.faultCount, entry.failedReadCount))
                     font.pixelSize: Theme.callout
                     font.weight: Font.Medium
                     wrapMode: Text.Wrap

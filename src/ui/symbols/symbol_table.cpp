@@ -70,6 +70,7 @@ constexpr Mapping mappings[] = {
     { "xmark.octagon.fill", "quillon-xmark-octagon-fill.svg" },
     { "xmark", "quillon-xmark.svg" },
     { "info.circle.fill", "quillon-info-circle-fill.svg" },
+    { "info.circle", "quillon-info-circle-fill.svg" },
     { "minus.circle", "quillon-minus-circle.svg" },
     // Commands and decorations.
     { "square.and.arrow.up", "adwaita/send-to-symbolic.svg" },
