@@ -96,4 +96,13 @@ void benchJournal(BenchTable &table, const Platform &platform, int runs)
 
     Samples csv = timeRuns(1, std::max(3, runs / 10), [&] { (void)replacing.csv(); });
     table.add({ u"csv() de tout le journal"_s, csv, u"ms"_s });
+
+    // The journal screen's search for one serial number, then back to the whole list.
+    Samples searching = timeRuns(2, runs, [&] {
+        replacing.search(u"C02BENCH54321"_s, QString(), QString(), QString());
+        if (replacing.selectedCount() != 1)
+            qFatal("la recherche trouve %d entrées", replacing.selectedCount());
+        replacing.search(QString(), QString(), QString(), QString());
+    });
+    table.add({ u"recherche d’un numéro de série (et retour à tout le journal)"_s, searching, u"ms"_s });
 }
