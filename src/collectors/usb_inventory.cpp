@@ -65,13 +65,6 @@ DeviceNode usbNode(const PropertyDictionary &dict)
     return node;
 }
 
-QList<DeviceNode> busNodes(const QList<PropertyDictionary> &items)
-{
-    QList<DeviceNode> nodes;
-    for (const PropertyDictionary &dict : items)
-        nodes.append(usbNode(dict));
-    return nodes;
-}
 
 // ---- The host data type of macOS 26 and later ------------------------------------------
 
@@ -151,11 +144,13 @@ DeviceNode hostNode(const PropertyDictionary &dict)
     return node;
 }
 
-QList<DeviceNode> hostBusNodes(const QList<PropertyDictionary> &items)
+// The buses of an answer, each with what hangs on it, built by `node`.
+template <DeviceNode (*node)(const PropertyDictionary &)>
+QList<DeviceNode> busNodes(const QList<PropertyDictionary> &items)
 {
     QList<DeviceNode> nodes;
     for (const PropertyDictionary &dict : items)
-        nodes.append(hostNode(dict));
+        nodes.append(node(dict));
     return nodes;
 }
 
@@ -177,12 +172,12 @@ Result<QList<DeviceNode>> usb(const Platform &platform)
 {
     const QString hostType = u"SPUSBHostDataType"_s;
     if (listsUsbUnderTheHostType(platform))
-        return InventorySupport::collect<DeviceNode>(platform, hostType, hostBusNodes);
-    Result<QList<DeviceNode>> older = InventorySupport::collect<DeviceNode>(platform, u"SPUSBDataType"_s, busNodes);
+        return InventorySupport::collect<DeviceNode>(platform, hostType, busNodes<hostNode>);
+    Result<QList<DeviceNode>> older = InventorySupport::collect<DeviceNode>(platform, u"SPUSBDataType"_s, busNodes<usbNode>);
     if (!older.ok() || !older.value().isEmpty())
         return older;
     // An empty answer where the host type lists devices: the system moved them there.
-    Result<QList<DeviceNode>> host = InventorySupport::collect<DeviceNode>(platform, hostType, hostBusNodes);
+    Result<QList<DeviceNode>> host = InventorySupport::collect<DeviceNode>(platform, hostType, busNodes<hostNode>);
     return host.ok() && !host.value().isEmpty() ? host : older;
 }
 
