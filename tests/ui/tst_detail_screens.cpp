@@ -81,111 +81,6 @@ private Q_SLOTS:
         QTEST(tintRole(usage.tint), "tint");
     }
 
-    void gaugeBarWidth_data()
-    {
-        QTest::addColumn<double>("track");
-        QTest::addColumn<double>("fraction");
-        QTest::addColumn<double>("width");
-
-        QTest::newRow("empty volume: a 4-point bar") << 300.0 << 0.0 << 4.0;
-        QTest::newRow("1 % of 300 points is under 4") << 300.0 << 0.01 << 4.0;
-        QTest::newRow("full") << 300.0 << 1.0 << 300.0;
-    }
-
-    void gaugeBarWidth()
-    {
-        QFETCH(double, track);
-        QFETCH(double, fraction);
-        QTEST(DetailPresentation::gaugeBarWidth(track, fraction), "width");
-    }
-
-    void volumeHeaderAndRows_data()
-    {
-        QTest::addColumn<StorageVolume>("volume");
-        QTest::addColumn<QString>("badge");
-        QTest::addColumn<QString>("symbol");
-        QTest::addColumn<QStringList>("rows");
-
-        StorageVolume internal;
-        internal.isInternal = true;
-        internal.deviceName = u"APPLE SSD AP0512Z"_s;
-        internal.fileSystem = u"APFS"_s;
-        internal.mountPoint = u"/"_s;
-        internal.smartStatus = u"Vérifié"_s;
-        QTest::newRow("internal disk with every field")
-            << internal << u"Interne"_s << u"internaldrive"_s
-            << QStringList { u"Disque: APPLE SSD AP0512Z"_s, u"Système de fichiers: APFS"_s, u"Point de montage: /"_s,
-                   u"État S.M.A.R.T.: Vérifié"_s };
-
-        StorageVolume external;
-        external.fileSystem = u"ExFAT"_s;
-        external.mountPoint = u"/Volumes/Sauvegarde"_s;
-        QTest::newRow("no physical drive: no disk, no S.M.A.R.T.")
-            << external << u"Externe"_s << u"externaldrive"_s
-            << QStringList { u"Système de fichiers: ExFAT"_s, u"Point de montage: /Volumes/Sauvegarde"_s };
-
-        StorageVolume blank = external;
-        blank.fileSystem = QString(u""_s);
-        blank.deviceName = QString(u""_s);
-        QTest::newRow("empty texts are dropped") << blank << u"Externe"_s << u"externaldrive"_s
-                                                 << QStringList { u"Point de montage: /Volumes/Sauvegarde"_s };
-    }
-
-    void volumeHeaderAndRows()
-    {
-        QFETCH(StorageVolume, volume);
-        QTEST(volumeBadge(volume.isInternal), "badge");
-        QTEST(volumeSymbol(volume.isInternal), "symbol");
-        QTEST(lines(volumeRows(volume)), "rows");
-    }
-
-    void processorCard_data()
-    {
-        QTest::addColumn<QString>("load");
-        QTest::addColumn<QString>("temperature");
-        QTest::addColumn<QStringList>("rows");
-        QTest::addColumn<QString>("accessory");
-
-        QTest::newRow("no sample yet") << QString() << QString()
-                                       << QStringList { u"Charge globale: mesure en cours…"_s,
-                                              u"Température du die: non disponible"_s }
-                                       << QString();
-        QTest::newRow("no temperature service")
-            << u"37 %"_s << QString()
-            << QStringList { u"Charge globale: 37 %"_s, u"Température du die: non disponible"_s } << QString();
-        QTest::newRow("both readings") << u"37 %"_s << u"52 °C"_s
-                                       << QStringList { u"Charge globale: 37 %"_s, u"Température du die: 52 °C"_s }
-                                       << u"die 52 °C"_s;
-    }
-
-    void processorCard()
-    {
-        QFETCH(QString, load);
-        QFETCH(QString, temperature);
-        QTEST(lines(processorRows(optional(load), optional(temperature))), "rows");
-        QTEST(processorAccessory(optional(temperature)).value_or(QString()), "accessory");
-    }
-
-    void coreBar_data()
-    {
-        QTest::addColumn<double>("load");
-        QTest::addColumn<double>("opacity");
-        QTest::addColumn<double>("height");
-
-        QTest::newRow("idle core: 2 points, faint") << 0.0 << 0.25 << 2.0;
-        QTest::newRow("4 % is under 2 points") << 0.04 << 0.28 << 2.0;
-        QTest::newRow("half") << 0.5 << 0.625 << 23.0;
-        QTest::newRow("busy core fills its slot") << 1.0 << 1.0 << 46.0;
-    }
-
-    void coreBar()
-    {
-        QFETCH(double, load);
-        const CoreBar bar = DetailPresentation::coreBar(load);
-        QTEST(bar.opacity, "opacity");
-        QTEST(bar.height, "height");
-    }
-
     void builtInComponent_data()
     {
         QTest::addColumn<int>("id");
@@ -226,8 +121,6 @@ private Q_SLOTS:
         QTEST(componentStateText(entry, optional(angle)), "state");
         QTEST(lines(componentRows(entry, optional(angle))), "rows");
     }
-
-    void componentsAccessoryCountsInterfaces() { QCOMPARE(componentsAccessory(3), u"3 interfaces de capteurs"_s); }
 
     void journalEntry_data()
     {

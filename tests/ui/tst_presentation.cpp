@@ -1,9 +1,7 @@
 #include "ui_test_support.h"
 
 #include "ui/models/device_list_model.h"
-#include "ui/models/section_list_model.h"
 #include "ui/presentation/presentation.h"
-#include "ui/theme/theme.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -50,7 +48,6 @@ private Q_SLOTS:
         QTest::newRow("first load") << true << false << true << ScaffoldState::loading << +H::Loading;
         QTest::newRow("refresh keeps the content") << true << false << false << ScaffoldState::content << +H::Content;
         QTest::newRow("nothing to show") << false << false << true << ScaffoldState::empty << +H::Empty;
-        QTest::newRow("content") << false << false << false << ScaffoldState::content << +H::Content;
     }
 
     void scaffoldState()
@@ -79,10 +76,7 @@ private Q_SLOTS:
         QTest::newRow("diagnostics") << AppSection::diagnostics << withoutLid;
         QTest::newRow("battery") << AppSection::battery << withoutLid;
         QTest::newRow("history") << AppSection::history << none;
-        QTest::newRow("storage") << AppSection::storage << none;
-        QTest::newRow("displays") << AppSection::displays << none;
         QTest::newRow("usb") << AppSection::usb << none;
-        QTest::newRow("camera") << AppSection::camera << none;
     }
 
     void monitorsFor()
@@ -90,55 +84,6 @@ private Q_SLOTS:
         QFETCH(AppSection, section);
         QTEST(Presentation::monitorsFor(section), "expected");
     }
-
-    void badge_data()
-    {
-        // Through the raw value, as a device card gives it.
-        QTest::addColumn<QString>("status");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("colourRole");
-
-        using Presentation::statusRawValue;
-        QTest::newRow("connected") << statusRawValue(DeviceStatus::connected) << u"Connecté"_s << u"green"_s;
-        QTest::newRow("disconnected") << statusRawValue(DeviceStatus::disconnected) << u"Non connecté"_s
-                                      << u"secondary"_s;
-        QTest::newRow("warning") << statusRawValue(DeviceStatus::warning) << u"À vérifier"_s << u"orange"_s;
-        QTest::newRow("neutral: no badge") << statusRawValue(DeviceStatus::neutral) << QString() << u"secondary"_s;
-        QTest::newRow("unknown raw value: no badge") << u"Connected"_s << QString() << u"secondary"_s;
-        QTest::newRow("no raw value: no badge") << QString() << QString() << u"secondary"_s;
-    }
-
-    void badge()
-    {
-        QFETCH(QString, status);
-        QTEST(PresentationHelpers().badgeLabel(status), "label");
-        QTEST(PresentationHelpers().badgeColourRole(status), "colourRole");
-    }
-
-    void applicationName_data()
-    {
-        QTest::addColumn<QString>("displayName");
-        QTest::addColumn<QString>("bundleName");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("display name first") << u"Quillon Atelier"_s << u"Quillon"_s << u"Quillon Atelier"_s;
-        QTest::newRow("bundle name without display name") << QString() << u"QuillonPro"_s << u"QuillonPro"_s;
-        QTest::newRow("neither") << QString() << QString() << u"Quillon"_s;
-    }
-
-    void applicationName()
-    {
-        QFETCH(QString, displayName);
-        QFETCH(QString, bundleName);
-        const auto lookup = [&](const QString &key) -> std::optional<QString> {
-            const QString value = key == u"CFBundleDisplayName"_s ? displayName
-                : key == u"CFBundleName"_s                        ? bundleName
-                                                                  : QString();
-            return value.isNull() ? std::nullopt : std::optional<QString>(value);
-        };
-        QTEST(Presentation::applicationName(lookup), "expected");
-    }
-
-    void versionText() { QCOMPARE(Presentation::versionText(u"1.2 (45)"_s), u"Version 1.2 (45)"_s); }
 
     void deviceListWalksTreesDepthFirstWithIndentationAndCardContents()
     {
@@ -197,54 +142,6 @@ private Q_SLOTS:
         QCOMPARE(resets.count(), 1);
     }
 
-    void themeFollowsTheApplicationPalette()
-    {
-        const QPalette original = QGuiApplication::palette();
-        QGuiApplication::setPalette(Theme::controlsPalette(false));
-        Theme theme;
-        QVERIFY(!theme.isDark());
-        QSignalSpy changes(&theme, &Theme::appearanceChanged);
-        QGuiApplication::setPalette(Theme::controlsPalette(true));
-        QCOMPARE(changes.count(), 1);
-        QVERIFY(theme.isDark());
-        // Text fields are drawn on the same surface as the cards, in both appearances.
-        QCOMPARE(theme.controlColours().value(u"base"_s).value<QColor>(), theme.cardSurface());
-        QGuiApplication::setPalette(Theme::controlsPalette(false));
-        QCOMPARE(changes.count(), 2);
-        QCOMPARE(theme.controlColours().value(u"base"_s).value<QColor>(), theme.cardSurface());
-        // Role names as QML writes them.
-        QCOMPARE(theme.controlColours().value(u"toolTipText"_s).value<QColor>(),
-            Theme::controlsPalette(false).color(QPalette::ToolTipText));
-        QGuiApplication::setPalette(original);
-    }
-
-    void themeRoles()
-    {
-        Theme theme;
-        QCOMPARE(theme.colour(u"tint"_s), theme.accent());
-        QCOMPARE(theme.colour(u"orange"_s), theme.orange());
-        QCOMPARE(theme.colour(u"secondary"_s), theme.secondary());
-        QCOMPARE(theme.colour(u"mauve"_s), theme.primary());
-        // The hairline is the primary colour at 8 % opacity.
-        QCOMPARE(theme.hairline().rgb(), theme.primary().rgb());
-        QCOMPARE(theme.hairline().alpha(), 20);
-        // Fading replaces the opacity rather than multiplying it.
-        QCOMPARE(theme.faded(theme.secondary(), 0.15).alpha(), 38);
-    }
-
-    void sidebarListsTheThirteenSectionsInOrder()
-    {
-        SectionListModel model;
-        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QCOMPARE(model.count(), 13);
-        QCOMPARE(model.sectionAt(0), u"overview"_s);
-        QCOMPARE(model.data(model.index(2), SectionListModel::TitleRole).toString(), u"Journal"_s);
-        QCOMPARE(model.data(model.index(7), SectionListModel::TitleRole).toString(), u"USB"_s);
-        QCOMPARE(model.data(model.index(12), SectionListModel::SymbolRole).toString(), u"camera"_s);
-        QCOMPARE(model.indexOf(u"battery"_s), 4);
-        QCOMPARE(model.indexOf(QString()), -1);
-        QCOMPARE(model.sectionAt(13), QString());
-    }
 };
 
 QUILLON_UI_TEST_MAIN(TestPresentation)

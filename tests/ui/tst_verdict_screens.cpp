@@ -185,26 +185,6 @@ private Q_SLOTS:
         QCOMPARE(face.tone, expected.tone);
     }
 
-    void levelColour_data()
-    {
-        // Through the raw value, as a check row, tile or pill gives it.
-        QTest::addColumn<QString>("status");
-        QTest::addColumn<QString>("role");
-        using Presentation::checkStatusRawValue;
-        QTest::newRow("correct: green") << checkStatusRawValue(CheckStatus::ok) << u"green"_s;
-        QTest::newRow("to watch: orange") << checkStatusRawValue(CheckStatus::attention) << u"orange"_s;
-        QTest::newRow("fault: red") << checkStatusRawValue(CheckStatus::alerte) << u"red"_s;
-        QTest::newRow("info: accent") << checkStatusRawValue(CheckStatus::info) << u"accent"_s;
-        QTest::newRow("without object: secondary") << checkStatusRawValue(CheckStatus::nonApplicable) << u"secondary"_s;
-        QTest::newRow("unknown raw value: none") << u"warning"_s << QString();
-    }
-
-    void levelColour()
-    {
-        QFETCH(QString, status);
-        QTEST(PresentationHelpers().levelColourRole(status), "role");
-    }
-
     void reportLines_data()
     {
         QTest::addColumn<QList<HardwareCheck>>("checks");
