@@ -50,7 +50,6 @@ private Q_SLOTS:
             << u"info | Aucune puce Wi-Fi détectée sur cette machine. | Non détecté"_s;
         QTest::newRow("Wi-Fi: connected service, no chip") << wifi(u"Ethernet+, Wi-Fi~Atelier+")
             << working + u"connecté à Atelier. | Présent"_s;
-        QTest::newRow("Wi-Fi: name in capitals, no network name") << wifi(u"CARTE WI-FI+") << working + u"connecté. | Présent"_s;
         QTest::newRow("Wi-Fi: chip, service not associated") << wifi(u"Wi-Fi~Wi-Fi-", present(u"BCM4387"_s))
             << working + u"puce BCM4387, aucun réseau associé pour l'instant. | BCM4387"_s;
         QTest::newRow("Wi-Fi: chip, connected service") << wifi(u"Wi-Fi~10.0.0.4+", present(u"BCM4387"_s))
@@ -70,8 +69,6 @@ private Q_SLOTS:
         // The fallback text is required as it stands.
         QTest::newRow("Bluetooth: controller without chipset") << bluetoothCheck(section(u"Contrôleur"))
             << u"ok | Contrôleur )intégréString(localized:  opérationnel — 0 appareil(s) appairé(s), 0 connecté(s). | Présent"_s;
-        QTest::newRow("Bluetooth: an empty chipset is one") << bluetoothCheck(section(u"Contrôleur~"))
-            << u"ok | Contrôleur  opérationnel — 0 appareil(s) appairé(s), 0 connecté(s). | "_s;
 
         QTest::newRow("audio: nothing") << audioCheck({}) << u"info | Aucun périphérique audio détecté. | Non détecté"_s;
         QTest::newRow("audio: only external devices") << audioCheck(section(u"AirPods+, Interface"))
@@ -81,8 +78,6 @@ private Q_SLOTS:
 
         QTest::newRow("camera: none") << cameraCheck({}) << u"info | Aucune caméra détectée. | Non détectée"_s;
         QTest::newRow("camera: one") << cameraCheck(section(u"FaceTime HD+")) << u"ok | FaceTime HD opérationnelle. | 1"_s;
-        QTest::newRow("camera: three") << cameraCheck(section(u"FaceTime HD+, OBS+, iPhone+"))
-            << u"ok | FaceTime HD opérationnelle, 3 au total (virtuelles comprises). | 3"_s;
 
         QTest::newRow("USB: controllers and hubs only") << usbCheck(section(u"Bus[Hub]"))
             << u"info | Aucun appareil branché — l'état des ports ne peut se vérifier qu'en y connectant un périphérique. | 0"_s;
@@ -104,31 +99,23 @@ private Q_SLOTS:
         QTest::newRow("keyboard without layout") << keyboardCheck({.keyboard = present()})
             << u"ok | Clavier intégré reconnu par le pilote. | -"_s;
         QTest::newRow("keyboard missing") << keyboardCheck(parts(true)) << u"info | Aucun clavier intégré détecté. | Non détecté"_s;
-        QTest::newRow("keyboard missing from a desktop") << keyboardCheck(parts(false)) << desktop;
         QTest::newRow("backlight") << keyboardBacklightCheck(allParts()) << u"ok | Interface de rétroéclairage présente. | -"_s;
-        QTest::newRow("backlight missing") << keyboardBacklightCheck(parts(true))
-            << u"info | Pas de rétroéclairage exposé par ce modèle. | Non détecté"_s;
         const QString healthy = u"ok | Trackpad intégré sain, aucune erreur critique rapportée par le pilote. | Détecté"_s;
         QTest::newRow("trackpad without error count") << trackpadCheck(allParts()) << healthy;
-        QTest::newRow("trackpad with no error") << trackpadCheck(allParts(0)) << healthy;
         QTest::newRow("trackpad with critical errors") << trackpadCheck(allParts(3))
             << u"attention | Le pilote rapporte 3 erreur(s) critique(s). | Détecté"_s;
         QTest::newRow("trackpad missing, whatever the error count") << trackpadCheck(parts(true, 5))
             << u"info | Aucun trackpad intégré détecté. | Non détecté"_s;
         QTest::newRow("trackpad missing from a desktop") << trackpadCheck(parts(false, 5)) << desktop;
         QTest::newRow("haptics") << hapticsCheck(allParts()) << u"ok | Actionneur haptique (Taptic Engine) présent. | Actif"_s;
-        QTest::newRow("haptics missing") << hapticsCheck(parts(true)) << u"info | Aucun actionneur haptique détecté. | Non détecté"_s;
         QTest::newRow("Touch ID") << touchIDCheck(allParts())
             << u"ok | Capteur biométrique présent et reconnu par le système. L'enrôlement d'empreintes ne change pas cet état. | -"_s;
-        QTest::newRow("Touch ID missing") << touchIDCheck(parts(true))
-            << u"info | Aucun capteur Touch ID détecté : absent de ce modèle ou hors service. | Non détecté"_s;
         QTest::newRow("lid angle") << lidAngleCheck(allParts())
             << u"ok | Angle d'ouverture mesuré en direct par le capteur HID. | Détecté"_s;
         QTest::newRow("lid angle missing") << lidAngleCheck(parts(true))
             << u"info | Pas de capteur d'angle exposé par ce modèle. | Non détecté"_s;
         const QString noSensor = u"info | Aucune interface HID de capteur interne détectée. | "_s;
         QTest::newRow("sensors: none") << sensorsCheck({.sensorInterfaces = 0}) << noSensor + u"0"_s;
-        QTest::newRow("sensors: a negative count") << sensorsCheck({.sensorInterfaces = -2}) << noSensor + u"-2"_s;
         QTest::newRow("sensors: one") << sensorsCheck({.sensorInterfaces = 1})
             << u"ok | 1 interface(s) HID de capteurs internes actives (luminosité, couvercle, alimentation…). | 1"_s;
     }
@@ -139,26 +126,6 @@ private Q_SLOTS:
         QTEST(verdict(check), "expected");
     }
 
-    // What a check shows beside its verdict, where it depends on the case. The lid angle
-    // always offers its live reading, even where there cannot be a sensor.
-    void frames_data()
-    {
-        QTest::addColumn<HardwareCheck>("check");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("Wi-Fi working") << wifi(u"Wi-Fi+") << u"Wi-Fi | wifi | network"_s;
-        QTest::newRow("no Wi-Fi") << wifi({}) << u"Wi-Fi | wifi.slash | network"_s;
-        QTest::newRow("part missing from a portable") << hapticsCheck(parts(true)) << u"Retour haptique | hand.tap | hardware"_s;
-        QTest::newRow("part missing from a desktop") << touchIDCheck(parts(false)) << u"Touch ID | touchid | -"_s;
-        QTest::newRow("lid angle") << lidAngleCheck(allParts()) << u"Angle d'écran | laptopcomputer.and.arrow.down | hardware lidAngle"_s;
-        QTest::newRow("lid angle missing from a desktop") << lidAngleCheck(parts(false))
-            << u"Angle d'écran | laptopcomputer.and.arrow.down | - lidAngle"_s;
-    }
-
-    void frames()
-    {
-        QFETCH(HardwareCheck, check);
-        QTEST(frame(check), "expected");
-    }
 };
 
 QUILLON_TEST_MAIN(DeviceChecksTest)

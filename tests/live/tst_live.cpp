@@ -139,20 +139,6 @@ private Q_SLOTS:
             (LiveValues { std::nullopt, u"0 %"_s, 0.0, u"42 °C"_s }));
     }
 
-    void cpuWithoutTemperatureService()
-    {
-        LiveCapture capture(R"({"cpuTicks": [[[1, 2, 3, 4]]], "dieTemperatures": [[]]})");
-        std::atomic<int> made = 0;
-        capture.platform.temperatureEvents = counted(capture.platform.temperatureEvents, made);
-        CPUMonitor monitor(capture.platform, quiet);
-        monitor.start();
-        monitor.stop();
-        monitor.start();
-        settle(monitor);
-        QVERIFY(!monitor.property("temperatureText").isValid());
-        QCOMPARE(made.load(), 1); // looked for once, not after the restart
-    }
-
     void lidPublishesOnlyChanges()
     {
         LiveCapture capture(R"({"lidAngleReports": ["017600", "017600", "", "017600", "01b500", "010000"]})");
@@ -233,11 +219,6 @@ private Q_SLOTS:
             << QByteArray(R"({"dieTemperatures": [[41.5, 0.0, 43.5], [40.0, -1.0], [38.0, "hot"], [39.0], [0.0]]})")
             << 5 << QStringList() << QStringList { u"42.5"_s, u"40"_s, u"39"_s, u"-"_s, u"42.5"_s } << true;
         QTest::newRow("no live.json") << QByteArray() << 2 << QStringList() << QStringList() << false;
-        QTest::newRow("members of the wrong kind")
-            << QByteArray(R"({"cpuTicks": {}, "dieTemperatures": 41.5, "lidAngleReports": "017a00"})") << 2
-            << QStringList() << QStringList() << true;
-        QTest::newRow("truncated file") << QByteArray(R"({"lidAngleReports": ["017a00", )") << 2 << QStringList()
-                                        << QStringList() << true;
     }
 
     void overCapture()

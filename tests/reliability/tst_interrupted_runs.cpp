@@ -117,16 +117,6 @@ private Q_SLOTS:
         QVERIFY(!finished);
     }
 
-    void endingAnIdleStateCancelsNothing()
-    {
-        auto profiler = std::make_shared<NeverAnsweringProfiler>();
-        {
-            AppState state(SilentPlatform::with(profiler));
-        }
-        QVERIFY(!profiler->cancelled());
-        QVERIFY(profiler->started().isEmpty());
-    }
-
     void interruptedBilanEndsItsRunsAndSaysSo_data()
     {
         QTest::addColumn<int>("signalNumber");

@@ -88,32 +88,10 @@ private Q_SLOTS:
         QVERIFY(waitForFullLoad(app.app->state()) || allDataSectionsCached(app.app->state()));
     }
 
-    void aDesktopShowsTheNoBatteryMessageOnceItsBatteryAnswered()
-    {
-        UiTest::App app(u"desktop-mac-studio"_s);
-        MainWindowController &window = app.app->mainWindow();
-        window.setSelection(AppSection::battery);
-        window.appear();
-        SectionState *battery = window.current();
-        QCOMPARE(battery->section(), AppSection::battery);
-        // While it loads: the scaffold's loading state, not the message.
-        QVERIFY(battery->isLoading());
-        QVERIFY(!battery->showsNoBatteryMessage());
-
-        QTRY_VERIFY_WITH_TIMEOUT(!battery->isLoading(), 10000);
-        QVERIFY(battery->showsNoBatteryMessage());
-        // Selected again, the battery is not probed again.
-        window.setSelection(AppSection::usb);
-        window.setSelection(AppSection::battery);
-        QVERIFY(!battery->isLoading());
-    }
-
     void aFailedSectionShowsItsFailureRatherThanEmptiness_data()
     {
         QTest::addColumn<QString>("section");
         QTest::newRow("usb: the tool failed") << u"usb"_s;
-        QTest::newRow("camera: not JSON") << u"camera"_s;
-        QTest::newRow("bluetooth: an object instead of a list") << u"bluetooth"_s;
     }
 
     void aFailedSectionShowsItsFailureRatherThanEmptiness()
@@ -201,19 +179,6 @@ private Q_SLOTS:
         QVERIFY(text.contains(u"ATELIER DU PORT"_s));
         // 08:05:07 UTC is 09:05 in Paris.
         QVERIFY(text.contains(u"Établi le 16 novembre 2026 à 09:05"_s));
-    }
-
-    void writingReplacesAnExistingFileWhole()
-    {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"bilan.txt"_s);
-        QCOMPARE(ReportExport::writeText(path, u"une première version bien plus longue"_s), QString());
-        QCOMPARE(ReportExport::writeText(path, u"Capacité maximale : 87 %"_s), QString());
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), u"Capacité maximale : 87 %"_s.toUtf8());
-        // A folder cannot be written over.
-        QVERIFY(!ReportExport::writeText(folder.path(), u"x"_s).isEmpty());
     }
 
     void theTitleFollowsTheSelection()
