@@ -1,6 +1,7 @@
 #include "collectors/hardware_service.h"
 
 #include "collectors/built_in_device_service.h"
+#include "collectors/ownership_service.h"
 #include "core/byte_format.h"
 #include "core/texts.h"
 #include "sources/mac_models.h"
@@ -372,6 +373,8 @@ Result<HardwareInfo> load(const Platform &platform)
     info.uptime = uptime(kernel, now);
     info.architecture = architectureText();
     info.serialNumber = Property::text(hardware, u"serial_number"_s);
+    const bool isIntel = !Property::text(hardware, u"chip_type"_s) && Property::text(hardware, u"cpu_type"_s);
+    info.ownership = OwnershipService::read(platform, Property::text(hardware, u"activation_lock_status"_s), isIntel);
     return info;
 }
 

@@ -1,6 +1,7 @@
 #include "collectors/inventory_service.h"
 
 #include "collectors/inventory_support.h"
+#include "sources/nvme_health.h"
 #include "sources/property_access.h"
 #include "sources/vocabulary.h"
 
@@ -126,13 +127,48 @@ Result<QList<StorageVolume>> volumesFrom(const QList<PropertyDictionary> &items)
     return volumes;
 }
 
+QString driveKey(const QString &model)
+{
+    return model.simplified().toCaseFolded();
+}
+
+// The health log of each internal drive goes to the volumes that live on it, matched by the
+// drive's model name; a Mac with one internal drive and one log needs no name to match.
+void attachWear(QList<StorageVolume> &volumes, const QList<DriveHealthLog> &logs)
+{
+    if (logs.isEmpty())
+        return;
+    QSet<QString> internalDrives;
+    for (const StorageVolume &volume : std::as_const(volumes)) {
+        if (volume.isInternal)
+            internalDrives.insert(driveKey(volume.deviceName.value_or(QString())));
+    }
+    for (StorageVolume &volume : volumes) {
+        if (!volume.isInternal)
+            continue;
+        const QString key = driveKey(volume.deviceName.value_or(QString()));
+        const auto named = std::find_if(logs.cbegin(), logs.cend(),
+                                        [&key](const DriveHealthLog &log) { return driveKey(log.model) == key; });
+        if (named != logs.cend())
+            volume.wear = NvmeHealth::decode(*named);
+        else if (logs.size() == 1 && internalDrives.size() == 1)
+            volume.wear = NvmeHealth::decode(logs.first());
+    }
+}
+
 } // namespace
 
 namespace InventoryService {
 
 Result<QList<StorageVolume>> storage(const Platform &platform)
 {
-    return InventorySupport::collect<StorageVolume>(platform, u"SPStorageDataType"_s, volumesFrom);
+    Result<QList<StorageVolume>> volumes
+        = InventorySupport::collect<StorageVolume>(platform, u"SPStorageDataType"_s, volumesFrom);
+    if (!volumes.ok() || !platform.driveHealth)
+        return volumes;
+    QList<StorageVolume> withWear = volumes.value();
+    attachWear(withWear, platform.driveHealth->logs());
+    return withWear;
 }
 
 } // namespace InventoryService

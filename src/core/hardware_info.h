@@ -2,6 +2,7 @@
 
 #include "core/built_in_components.h"
 #include "core/info_row.h"
+#include "core/ownership_facts.h"
 
 #include <QList>
 #include <QString>
@@ -25,6 +26,7 @@ struct HardwareInfo
     std::optional<QString> serialNumber;
     QList<InfoRow> rows;
     BuiltInComponents components;
+    OwnershipFacts ownership;
 
     friend bool operator==(const HardwareInfo &, const HardwareInfo &) = default;
 };

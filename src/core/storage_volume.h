@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/drive_wear.h"
+
 #include <QString>
 #include <QUuid>
 
@@ -18,6 +20,8 @@ struct StorageVolume
     std::optional<QString> smartStatus;
     std::optional<bool> smartIsVerified;
     std::optional<QString> deviceName;
+    // The health log of the drive the volume lives on, for internal NVMe drives.
+    std::optional<DriveWear> wear;
 
     // Free space larger than the capacity counts as nothing used, never as negative.
     double usedBytes() const { return totalBytes - freeBytes > 0 ? totalBytes - freeBytes : 0; }

@@ -36,6 +36,9 @@ enum class LiveMetric { lidAngle, processorLoad, processorTemperature };
 
 size_t qHash(LiveMetric metric, size_t seed = 0);
 
+// Where a verdict belongs: the components of the machine, or who else may still control it.
+enum class CheckGroup { components, ownership };
+
 // One verdict about one component. Every check gets a fresh identifier, so two runs of
 // the rules never share one.
 struct HardwareCheck
@@ -60,6 +63,7 @@ struct HardwareCheck
     std::optional<AppSection> section;
     // One of the large tiles at the top of the diagnostics screen.
     bool isHighlighted = false;
+    CheckGroup group = CheckGroup::components;
 
     friend bool operator==(const HardwareCheck &, const HardwareCheck &) = default;
 };

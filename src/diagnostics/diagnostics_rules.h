@@ -44,6 +44,15 @@ HardwareCheck cameraCheck(const QList<DeviceNode> &cameras);
 HardwareCheck usbCheck(const QList<DeviceNode> &usb);
 HardwareCheck thunderboltCheck(const QList<DeviceNode> &thunderbolt);
 
+// Who else may control the Mac, in the order of the report.
+QList<HardwareCheck> ownershipChecks(const std::optional<HardwareInfo> &hardware);
+
+// The wear verdict of an NVMe drive's health log, when it calls for one: the level and its
+// sentence; nothing for a drive in good shape or a log that could not be read.
+std::optional<std::pair<CheckStatus, QString>> wearVerdict(const DriveWear &wear);
+// "3 % · 12,4 To écrits · 1 402 h de fonctionnement", or "illisible — reason".
+QString wearSummary(const DriveWear &wear);
+
 // Built-in components.
 HardwareCheck keyboardCheck(const BuiltInComponents &components);
 HardwareCheck keyboardBacklightCheck(const BuiltInComponents &components);

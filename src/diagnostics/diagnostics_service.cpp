@@ -93,6 +93,7 @@ DiagnosticsReport build(const Platform &platform, const std::optional<HardwareIn
     const BuiltInComponents components = hardware ? hardware->components : BuiltInComponents();
 
     ReportBuilder report;
+    report.add(ownershipChecks(hardware), { AppSection::hardware });
     report.add(batteryCheck(battery), { AppSection::battery });
     report.add(storageChecks(volumes), { AppSection::storage });
     report.add(displaysCheck(section(inventory, AppSection::displays)), { AppSection::displays });

@@ -6,6 +6,7 @@
 #include "core/device_node.h"
 #include "core/formatting.h"
 #include "core/texts.h"
+#include "diagnostics/diagnostics_rules.h"
 
 #include <QStringList>
 #include <QTextBoundaryFinder>
@@ -134,6 +135,8 @@ void appendVolumes(QStringList &lines, const QList<StorageVolume> &volumes)
             lines << margin + margin + localized("Disque : %1").arg(*volume.deviceName);
         if (volume.smartStatus)
             lines << margin + margin + localized("S.M.A.R.T. : %1").arg(*volume.smartStatus);
+        if (volume.wear)
+            lines << margin + margin + localized("Usure : %1").arg(DiagnosticsService::wearSummary(*volume.wear));
     }
 }
 
@@ -157,10 +160,18 @@ std::optional<QString> checkValue(const HardwareCheck &check, const LiveValues &
     return value ? value : check.measurement;
 }
 
-void appendChecks(QStringList &lines, const DiagnosticsReport &report, const LiveValues &live)
+// The checks of one group under its title; a group without checks has no block.
+void appendChecks(QStringList &lines, const QString &title, CheckGroup group, const DiagnosticsReport &report,
+                  const LiveValues &live)
 {
-    lines << QString() << localized("ÉTAT DES COMPOSANTS") << lightRule();
+    const bool any = std::any_of(report.checks.cbegin(), report.checks.cend(),
+                                 [group](const HardwareCheck &check) { return check.group == group; });
+    if (!any)
+        return;
+    lines << QString() << title << lightRule();
     for (const HardwareCheck &check : report.checks) {
+        if (check.group != group)
+            continue;
         const QString label = leftCharacters(CheckStatuses::label(check.status), statusWidth);
         const std::optional<QString> value = checkValue(check, live);
         lines << margin + u'[' + paddedRight(label, statusWidth) + u"] "_s + check.title
@@ -227,11 +238,13 @@ QString build(const ReportContents &contents, const ReportStamp &stamp)
         appendVerdict(lines, *contents.report);
     if (contents.hardware)
         appendSection(lines, localized("CONFIGURATION"), contents.hardware->rows);
+    if (contents.report)
+        appendChecks(lines, localized("PROPRIÉTÉ ET VERROUS"), CheckGroup::ownership, *contents.report, contents.live);
     if (contents.battery)
         appendSection(lines, localized("BATTERIE"), batteryRows(*contents.battery, contents.snapshot));
     appendVolumes(lines, contents.volumes);
     if (contents.report)
-        appendChecks(lines, *contents.report, contents.live);
+        appendChecks(lines, localized("ÉTAT DES COMPOSANTS"), CheckGroup::components, *contents.report, contents.live);
     appendDevices(lines, contents.inventory);
     appendFooter(lines);
     return lines.join(u'\n') + u'\n';

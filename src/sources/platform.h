@@ -40,6 +40,40 @@ public:
     virtual void cancelAll() const {}
 };
 
+// One of the short system commands that tell who controls the Mac; `key` names its answer
+// in a capture.
+struct SystemCommand
+{
+    QString key;
+    QString program;
+    QStringList arguments;
+};
+
+class CommandSource
+{
+public:
+    virtual ~CommandSource() = default;
+    // Runs the command directly (no shell) and waits for its end, within a time limit.
+    virtual ProcessOutput run(const SystemCommand &command) const = 0;
+};
+
+// The health log (NVMe "SMART / Health Information", 512 bytes) of one internal drive, as
+// the drive gave it, or why it could not be read.
+struct DriveHealthLog
+{
+    QString model;
+    QByteArray log;
+    QString failure;
+};
+
+class DriveHealthSource
+{
+public:
+    virtual ~DriveHealthSource() = default;
+    // One entry per internal NVMe drive, in registry order.
+    virtual QList<DriveHealthLog> logs() const = 0;
+};
+
 class KernelSource
 {
 public:
@@ -94,6 +128,8 @@ struct Platform
     std::shared_ptr<const PowerSourceList> powerSources;
     std::shared_ptr<const ProcessInformation> process;
     std::shared_ptr<const Clock> clock;
+    std::shared_ptr<const CommandSource> commands;
+    std::shared_ptr<const DriveHealthSource> driveHealth;
     // Words that tell the application it shows recorded data rather than this Mac.
     bool isReplay = false;
     QString description;

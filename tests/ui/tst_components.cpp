@@ -207,10 +207,15 @@ private Q_SLOTS:
                                   << QStringList { u"Aucun problème détecté, Voir le détail"_s,
                                          u"Macintosh HD, correct, 494,38\u00a0Go"_s, u"Sauvegarde, correct, 1\u00a0To"_s }
                                   << AppSection::diagnostics;
-        QTest::newRow("diagnostics") << AppSection::diagnostics << 21
-                                     << QStringList { u"Batterie, correct, 91 %"_s,
+        // The diagnostics list who controls the Mac first: five more verdicts.
+        QTest::newRow("diagnostics") << AppSection::diagnostics << 26
+                                     << QStringList { u"Gestion à distance, correct, Non géré"_s,
+                                            u"Verrouillage d'activation, correct, Désactivé"_s,
+                                            u"Localiser mon Mac, correct, Désactivé"_s, u"FileVault, info, Activé"_s,
+                                            u"Protection de l'intégrité du système, correct, Activée"_s,
+                                            u"Batterie, correct, 91 %"_s,
                                             u"Macintosh HD, correct, 494,38\u00a0Go"_s, u"Sauvegarde, correct, 1\u00a0To"_s }
-                                     << AppSection::battery;
+                                     << AppSection::hardware;
     }
 
     void tabReachesEveryVerdictAsANamedButton()

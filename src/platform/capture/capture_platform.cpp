@@ -193,6 +193,80 @@ private:
     ThermalState m_thermalState = ThermalState::unknown;
 };
 
+// The commands' answers: commands/<key>.txt holds what the command printed, and
+// commands/<key>.status its exit status when it failed. A command the capture did not record
+// reads as one that could not start; commands/<key>.error says why it could not, when known.
+class CaptureCommands final : public CommandSource
+{
+public:
+    explicit CaptureCommands(std::shared_ptr<const CaptureFolder> folder) : m_folder(std::move(folder)) {}
+
+    ProcessOutput run(const SystemCommand &command) const override
+    {
+        ProcessOutput output;
+        const std::optional<QString> stem = safeFileStem(command.key);
+        const QString base = u"commands/"_s + stem.value_or(QString());
+        const std::optional<QByteArray> printed = stem ? m_folder->read(base + u".txt"_s) : std::nullopt;
+        const std::optional<QByteArray> status = stem ? m_folder->read(base + u".status"_s) : std::nullopt;
+        if (!printed && !status) {
+            const std::optional<QByteArray> error = stem ? m_folder->read(base + u".error"_s) : std::nullopt;
+            output.startError = error ? QString::fromUtf8(error->left(200)).trimmed() : u"réponse absente de la capture"_s;
+            return output;
+        }
+        output.started = true;
+        output.standardOutput = printed.value_or(QByteArray());
+        if (status) {
+            bool ok = false;
+            output.exitStatus = QString::fromLatin1(status->trimmed()).toInt(&ok);
+            if (!ok) {
+                m_folder->noteProblem(base + u".status"_s, u"statut de sortie illisible"_s);
+                output.started = false;
+                output.startError = u"statut illisible dans la capture"_s;
+            }
+        }
+        return output;
+    }
+
+private:
+    std::shared_ptr<const CaptureFolder> m_folder;
+};
+
+// nvme-health.json: [{"model": "…", "log": "<1024 hex digits>"} or {"model": "…", "failure": "…"}].
+class CaptureDriveHealth final : public DriveHealthSource
+{
+public:
+    explicit CaptureDriveHealth(const std::shared_ptr<const CaptureFolder> &folder)
+    {
+        const QString path = u"nvme-health.json"_s;
+        const std::optional<QJsonDocument> document = folder->readJson(path);
+        if (!document)
+            return;
+        if (!document->isArray()) {
+            folder->noteProblem(path, u"la racine n’est pas un tableau"_s);
+            return;
+        }
+        for (const QJsonValue &value : document->array()) {
+            const QJsonObject entry = value.toObject();
+            DriveHealthLog log;
+            log.model = entry.value(u"model"_s).toString();
+            log.failure = entry.value(u"failure"_s).toString();
+            const QString hex = entry.value(u"log"_s).toString();
+            log.log = QByteArray::fromHex(hex.toLatin1());
+            if (log.failure.isEmpty() && log.log.toHex() != hex.toLower().toLatin1()) {
+                folder->noteProblem(path, u"journal de santé qui n’est pas en hexadécimal"_s);
+                log.log.clear();
+                log.failure = u"journal illisible dans la capture"_s;
+            }
+            m_logs.append(log);
+        }
+    }
+
+    QList<DriveHealthLog> logs() const override { return m_logs; }
+
+private:
+    QList<DriveHealthLog> m_logs;
+};
+
 class CaptureClock final : public Clock
 {
 public:
@@ -258,6 +332,8 @@ Platform makeCapturePlatform(const std::shared_ptr<const CaptureFolder> &folder)
     platform.powerSources = std::make_shared<CapturePowerSources>(folder);
     platform.process = std::make_shared<CaptureProcess>(folder);
     platform.clock = std::make_shared<CaptureClock>(folder->capturedAt());
+    platform.commands = std::make_shared<CaptureCommands>(folder);
+    platform.driveHealth = std::make_shared<CaptureDriveHealth>(folder);
     platform.isReplay = true;
     platform.description = folder->description();
     const CaptureLiveReadings live = readCaptureLiveReadings(*folder);

@@ -3,6 +3,7 @@
 #include "platform/capture/property_list_reader.h"
 #include "sources/lid_angle_sensor.h"
 #include "sources/property_values.h"
+#include "sources/security_commands.h"
 #include "sources/thermal_sensors.h"
 
 #include <QDir>
@@ -324,6 +325,51 @@ bool recordKernel(const Platform &platform, Recording &recording)
     return recording.files.writeJson(u"kernel.json"_s, QJsonDocument(values));
 }
 
+// Each command's output as it came, with its exit status when it failed; the NVRAM
+// variables keep their names only (see SecurityCommands::variableNamesOnly).
+bool recordCommands(const Platform &platform, Recording &recording)
+{
+    if (!platform.commands)
+        return true;
+    for (const SystemCommand &command : SecurityCommands::all()) {
+        const ProcessOutput output = platform.commands->run(command);
+        const QString stem = u"commands/"_s + command.key;
+        if (!output.started) {
+            // Why it could not start, so that the replay says the same; nothing when the
+            // answer is simply missing from the capture being copied.
+            if (!output.startError.isEmpty() && !recording.files.write(stem + u".error"_s, output.startError.toUtf8()))
+                return false;
+            continue;
+        }
+        const QByteArray printed = command.key == SecurityCommands::nvramVariables().key
+            ? SecurityCommands::variableNamesOnly(output.standardOutput)
+            : output.standardOutput;
+        if (!recording.files.write(stem + u".txt"_s, printed))
+            return false;
+        if (output.exitStatus != 0
+            && !recording.files.write(stem + u".status"_s, QByteArray::number(output.exitStatus) + '\n'))
+            return false;
+    }
+    return true;
+}
+
+// The health log of each internal NVMe drive, as the drive gave it, in hexadecimal.
+bool recordDriveHealth(const Platform &platform, Recording &recording)
+{
+    if (!platform.driveHealth)
+        return true;
+    QJsonArray drives;
+    for (const DriveHealthLog &log : platform.driveHealth->logs()) {
+        QJsonObject entry{{u"model"_s, log.model}};
+        if (log.failure.isEmpty())
+            entry.insert(u"log"_s, QString::fromLatin1(log.log.toHex()));
+        else
+            entry.insert(u"failure"_s, log.failure);
+        drives.append(entry);
+    }
+    return recording.files.writeJson(u"nvme-health.json"_s, QJsonDocument(drives));
+}
+
 // JSON has no data blob and no date: such values of a description are left out and noted.
 std::optional<QJsonValue> jsonValue(const QVariant &value, const QString &key, QStringList &leftOut)
 {
@@ -593,7 +639,8 @@ Outcome save(const Platform &platform, const QString &folderPath, const Options 
     // capture.json comes last: a folder left incomplete by a failure is not taken for a capture.
     const bool written = recordProfiler(platform, recording) && recordRegistry(platform, recording)
         && recordKernel(platform, recording) && recordPowerSources(platform, recording)
-        && recordProcess(platform, recording) && recordLive(platform, options, recording)
+        && recordProcess(platform, recording) && recordCommands(platform, recording)
+        && recordDriveHealth(platform, recording) && recordLive(platform, options, recording)
         && recordHeader(capturedAt, options, recording);
     if (!written)
         return {recording.files.error(), recording.notes};

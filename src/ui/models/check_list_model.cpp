@@ -8,6 +8,21 @@ CheckListModel::CheckListModel(Scope scope, QObject *parent) : QAbstractListMode
 {
 }
 
+// Highlighted checks are shown by the overview's cards, and who controls the Mac by the
+// hardware screen's own card, not by tiles.
+bool CheckListModel::belongs(const HardwareCheck &check) const
+{
+    switch (m_scope) {
+    case Scope::allChecks:
+        return true;
+    case Scope::tiles:
+        return !check.isHighlighted && check.group == CheckGroup::components;
+    case Scope::ownership:
+        return check.group == CheckGroup::ownership;
+    }
+    return false;
+}
+
 void CheckListModel::setReport(const std::optional<DiagnosticsReport> &report)
 {
     const int before = count();
@@ -15,8 +30,7 @@ void CheckListModel::setReport(const std::optional<DiagnosticsReport> &report)
     m_checks.clear();
     if (report) {
         for (const HardwareCheck &check : report->checks) {
-            // Highlighted checks are shown by the overview's cards, not by tiles.
-            if (m_scope == Scope::allChecks || !check.isHighlighted)
+            if (belongs(check))
                 m_checks.append(check);
         }
     }

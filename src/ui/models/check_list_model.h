@@ -22,7 +22,7 @@ class CheckListModel : public QAbstractListModel
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
-    enum class Scope { allChecks, tiles };
+    enum class Scope { allChecks, tiles, ownership };
 
     enum Role {
         TitleRole = Qt::UserRole + 1,
@@ -62,6 +62,8 @@ Q_SIGNALS:
     void countChanged();
 
 private:
+    bool belongs(const HardwareCheck &check) const;
+
     const Scope m_scope;
     QList<HardwareCheck> m_checks;
     LiveValues m_live;

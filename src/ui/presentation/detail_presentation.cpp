@@ -1,6 +1,7 @@
 #include "ui/presentation/detail_presentation.h"
 
 #include "core/byte_format.h"
+#include "core/formatting.h"
 #include "core/texts.h"
 
 #include <algorithm>
@@ -57,6 +58,29 @@ QList<InfoRow> volumeRows(const StorageVolume &volume)
     appendRow(rows, localized("Système de fichiers"), volume.fileSystem);
     appendRow(rows, localized("Point de montage"), volume.mountPoint);
     appendRow(rows, localized("État S.M.A.R.T."), volume.smartStatus);
+    if (volume.wear)
+        rows.append(wearRows(*volume.wear));
+    return rows;
+}
+
+QList<InfoRow> wearRows(const DriveWear &wear)
+{
+    if (wear.unreadable)
+        return {InfoRow(localized("Usure"), localized("illisible — %1").arg(*wear.unreadable))};
+    const auto whole = [](double value) { return Format::groupThousands(QString::number(qint64(value))); };
+    QList<InfoRow> rows{
+        InfoRow(localized("Usure"), localized("%1 % de l'endurance prévue").arg(wear.percentageUsed)),
+        InfoRow(localized("Réserve disponible"),
+                localized("%1 % (seuil %2 %)").arg(wear.availableSpare).arg(wear.availableSpareThreshold)),
+        InfoRow(localized("Données écrites"), ByteFormat::string(wear.bytesWritten)),
+        InfoRow(localized("Données lues"), ByteFormat::string(wear.bytesRead)),
+        InfoRow(localized("Heures de fonctionnement"), whole(wear.powerOnHours) + u" h"_s),
+        InfoRow(localized("Mises sous tension"), whole(wear.powerCycles)),
+        InfoRow(localized("Arrêts imprévus"), whole(wear.unsafeShutdowns)),
+        InfoRow(localized("Erreurs de support"), whole(wear.mediaErrors)),
+    };
+    if (wear.criticalWarning != 0)
+        rows.append(InfoRow(localized("Alerte critique"), u"0x%1"_s.arg(wear.criticalWarning, 2, 16, QChar(u'0'))));
     return rows;
 }
 

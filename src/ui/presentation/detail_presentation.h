@@ -45,6 +45,8 @@ QString volumeSymbol(bool isInternal);
 
 // The volume card's lines under the gauge: disk, file system, mount point and S.M.A.R.T.
 // state, each only when known.
+// The rows of a drive's health log on its volume's card.
+QList<InfoRow> wearRows(const DriveWear &wear);
 QList<InfoRow> volumeRows(const StorageVolume &volume);
 
 // --- Live processor card ---

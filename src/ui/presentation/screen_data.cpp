@@ -13,7 +13,8 @@ ScreenData::ScreenData(const AppState &state, QObject *parent)
       m_state(state),
       m_batteryFigures(new BatteryFigures(state, this)),
       m_checks(new CheckListModel(CheckListModel::Scope::allChecks, this)),
-      m_tiles(new CheckListModel(CheckListModel::Scope::tiles, this))
+      m_tiles(new CheckListModel(CheckListModel::Scope::tiles, this)),
+      m_ownership(new CheckListModel(CheckListModel::Scope::ownership, this))
 {
     for (auto signal :
         { &AppState::hardwareChanged, &AppState::batteryChanged, &AppState::volumesChanged, &AppState::reportChanged })
@@ -29,6 +30,7 @@ void ScreenData::updateChecks()
 {
     m_checks->setReport(m_state.report());
     m_tiles->setReport(m_state.report());
+    m_ownership->setReport(m_state.report());
 }
 
 void ScreenData::setLive(const LiveValues &live)

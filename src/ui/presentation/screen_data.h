@@ -64,6 +64,8 @@ class ScreenData : public QObject
     // Every check (the diagnostics rows) and the checks drawn as tiles on the overview.
     Q_PROPERTY(CheckListModel *checks READ checks CONSTANT)
     Q_PROPERTY(CheckListModel *tiles READ tiles CONSTANT)
+    // Who else may control the Mac, on the hardware screen.
+    Q_PROPERTY(CheckListModel *ownershipChecks READ ownershipChecks CONSTANT)
     // "Analyse de … · ⌘R pour relancer"; empty before the first analysis.
     Q_PROPERTY(QString footerLine READ footerLine NOTIFY changed)
 
@@ -98,6 +100,7 @@ public:
     QVariantList tallies() const;
     CheckListModel *checks() const { return m_checks; }
     CheckListModel *tiles() const { return m_tiles; }
+    CheckListModel *ownershipChecks() const { return m_ownership; }
     QString footerLine() const;
 
     // The live readings shown on the checks tied to them.
@@ -113,4 +116,5 @@ private:
     BatteryFigures *m_batteryFigures = nullptr;
     CheckListModel *m_checks = nullptr;
     CheckListModel *m_tiles = nullptr;
+    CheckListModel *m_ownership = nullptr;
 };

@@ -33,6 +33,53 @@ ColumnLayout {
     }
 
     Card {
+        objectName: "ownershipCard"
+        title: qsTr("Propriété et verrous")
+        systemImage: "lock.shield"
+        visible: root.controller.data.ownershipChecks.count > 0
+        Layout.fillWidth: true
+
+        Column {
+            id: ownership
+
+            Layout.fillWidth: true
+
+            Repeater {
+                model: root.controller.data.ownershipChecks
+
+                delegate: Column {
+                    id: fact
+
+                    required property int index
+                    required property string symbol
+                    required property string title
+                    required property string summary
+                    required property string status
+                    required property string measurement
+                    required property string section
+
+                    width: ownership.width
+
+                    Divider {
+                        visible: fact.index > 0
+                        x: 62
+                        width: parent.width - 62
+                    }
+                    CheckRow {
+                        width: parent.width
+                        symbol: fact.symbol
+                        title: fact.title
+                        summary: fact.summary
+                        status: fact.status
+                        measurement: fact.measurement
+                        section: fact.section
+                    }
+                }
+            }
+        }
+    }
+
+    Card {
         objectName: "processorCard"
         title: qsTr("Processeur en direct")
         systemImage: "cpu"
