@@ -6,8 +6,12 @@
 #
 # Written: capture.json, profiler/<DataType>.json (+ .status when system_profiler fails),
 # registry/class/<Class>.plist and registry/name/<Name>.plist (only when a service matches),
-# kernel.json, process.json, power-sources.json (from pmset -g batt: no "BatteryHealth").
-# Not written: live.json (no stock tool reads the sensors; quillon-bilan --save-capture does).
+# kernel.json, process.json, power-sources.json (from pmset -g batt: no "BatteryHealth"),
+# commands/<key>.txt (+ .status) for profiles, fdesetup, csrutil and the names of the NVRAM
+# variables (never their values: the Find My token is one of them).
+# Not written: live.json (no stock tool reads the sensors) and nvme-health.json (no stock
+# tool reads an NVMe health log without administrator rights); quillon-bilan --save-capture
+# writes both.
 set -u
 
 fail() {
@@ -27,7 +31,7 @@ converter="$(cd "$(dirname "$0")" && pwd)/capture-convert.awk"
 if [ -e "$dir" ] && { [ ! -d "$dir" ] || [ -n "$(ls -A "$dir")" ]; }; then
     fail "« $dir » existe déjà et n’est pas un dossier vide."
 fi
-mkdir -p "$dir/profiler" "$dir/registry/class" "$dir/registry/name" || fail "impossible de créer « $dir »."
+mkdir -p "$dir/profiler" "$dir/registry/class" "$dir/registry/name" "$dir/commands" || fail "impossible de créer « $dir »."
 
 # The capture is dated when it starts: replaying it, "now" is this moment.
 captured_at=$(date -u +%Y-%m-%dT%H:%M:%SZ)
@@ -102,6 +106,34 @@ record_process() {
     } | convert object >"$dir/process.json"
 }
 
+# One command's standard output under commands/<key>.txt, its exit status beside it when it
+# is not 0; a program that is missing leaves commands/<key>.error.
+record_command() {
+    key=$1
+    program=$2
+    shift 2
+    if ! command -v "$program" >/dev/null 2>&1; then
+        printf 'programme introuvable : %s\n' "$program" >"$dir/commands/$key.error"
+        return
+    fi
+    "$program" "$@" >"$dir/commands/$key.txt" 2>/dev/null
+    status=$?
+    [ "$status" -eq 0 ] || printf '%s\n' "$status" >"$dir/commands/$key.status"
+}
+
+record_commands() {
+    printf 'profiles, fdesetup, csrutil, nvram\n' >&2
+    record_command profiles-enrollment profiles status -type enrollment
+    record_command fdesetup-status fdesetup status
+    record_command csrutil-status csrutil status
+    record_command nvram-variables nvram -p
+    # The names only: cut the values off each line.
+    if [ -f "$dir/commands/nvram-variables.txt" ]; then
+        cut -f 1 "$dir/commands/nvram-variables.txt" >"$dir/commands/nvram-variables.names" &&
+            mv "$dir/commands/nvram-variables.names" "$dir/commands/nvram-variables.txt"
+    fi
+}
+
 record_power_sources() {
     pmset -g batt 2>/dev/null | convert powersources >"$dir/power-sources.json"
 }
@@ -127,5 +159,6 @@ record_registry
 record_kernel || fail "kernel.json n’a pas pu être écrit."
 record_process || fail "process.json n’a pas pu être écrit."
 record_power_sources || fail "power-sources.json n’a pas pu être écrit."
+record_commands
 record_header || fail "capture.json n’a pas pu être écrit."
 printf 'Capture enregistrée dans « %s ».\n' "$dir"

@@ -74,7 +74,8 @@ std::optional<std::pair<CheckStatus, QString>> wearVerdict(const DriveWear &wear
     if (wear.criticalWarning != 0)
         faults << localized("alerte critique du contrôleur (0x%1)").arg(wear.criticalWarning, 2, 16, QChar(u'0'));
     if (wear.mediaErrors > 0)
-        faults << localized("%1 erreurs de support").arg(count(wear.mediaErrors));
+        faults << (wear.mediaErrors == 1 ? localized("1 erreur de support")
+                                         : localized("%1 erreurs de support").arg(count(wear.mediaErrors)));
     if (!faults.isEmpty())
         return std::pair{CheckStatus::alerte,
                          localized("SSD usé : %1 — sauvegarde et remplacement à prévoir.").arg(faults.join(u", "_s))};

@@ -260,6 +260,10 @@ printf '%s\\n' "$value"
     "pmset": '[ "$*" = "-g batt" ] && cat "$STUB_DATA/pmset-batt.txt"',
     "osascript": '[ -z "${STUB_NO_OSASCRIPT:-}" ] && cat "$STUB_DATA/osascript.txt"',
     "hostname": 'cat "$STUB_DATA/hostname.txt"',
+    "profiles": '[ "$*" = "status -type enrollment" ] && printf "Enrolled via DEP: No\\nMDM enrollment: Yes (User Approved)\\n"',
+    "fdesetup": 'echo "FileVault is On."',
+    "csrutil": 'echo "csrutil: This tool needs to be executed from Recovery OS." >&2; exit 1',
+    "nvram": '[ "$*" = "-p" ] && printf "SystemAudioVolume\\t%%80\\nfmm-mobileme-token-FMM\\tbplist00%%d4%%01secret\\n"',
 }
 
 DATA_TYPES = ["SPHardwareDataType", "SPSoftwareDataType", "SPPowerDataType", "SPStorageDataType",
@@ -363,6 +367,13 @@ class ScriptTest(unittest.TestCase):
         self.assertEqual(self.json_file(capture, "process.json"), expected_process)
         self.assertEqual([s["Type"] for s in self.json_file(capture, "power-sources.json")], ["InternalBattery"])
         self.assertFalse((capture / "live.json").exists())
+        # The commands' answers as they came, a failure's status beside it, and the NVRAM
+        # variables by name only: the Find My token's value never reaches the capture.
+        commands = {p.name: p.read_text(encoding="utf-8") for p in (capture / "commands").iterdir()}
+        self.assertEqual(commands, {
+            "profiles-enrollment.txt": "Enrolled via DEP: No\nMDM enrollment: Yes (User Approved)\n",
+            "fdesetup-status.txt": "FileVault is On.\n", "csrutil-status.txt": "", "csrutil-status.status": "1\n",
+            "nvram-variables.txt": "SystemAudioVolume\nfmm-mobileme-token-FMM\n"})
 
         header = self.json_file(capture, "capture.json")
         self.assertEqual(list(header), ["format", "capturedAt", "description"])

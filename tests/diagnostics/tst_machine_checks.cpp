@@ -25,6 +25,16 @@ StorageVolume volume(const QString &name, double total, double free, bool intern
             .smartIsVerified = verified};
 }
 
+// A half-full 1 To volume on a drive whose health log says this.
+StorageVolume onWornDrive(int percentUsed, int spare = 100, int criticalWarning = 0, double mediaErrors = 0)
+{
+    StorageVolume made = volume(u"HD"_s, 1e12, 5e11);
+    made.wear = DriveWear{.percentageUsed = percentUsed, .availableSpare = spare, .availableSpareThreshold = 10,
+                          .criticalWarning = criticalWarning, .bytesWritten = 12.4e12, .powerOnHours = 1402,
+                          .mediaErrors = mediaErrors};
+    return made;
+}
+
 // The only check of one volume.
 HardwareCheck storage(const StorageVolume &volume)
 {
@@ -116,6 +126,25 @@ private Q_SLOTS:
             << u"alerte | État S.M.A.R.T. : ? — sauvegarde immédiate conseillée. | 1\u00A0To | 0.5 | -"_s;
         QTest::newRow("storage: a status without verdict is verified") << storage(volume(u"HD"_s, 1e12, 5e11, true, u"Vérifié"_s))
             << u"ok | 500\u00A0Go disponibles (50 % utilisés), S.M.A.R.T. vérifié. | 1\u00A0To | 0.5 | -"_s;
+
+        // The drive's own wear: 80 % of its rated endurance and a spare under its threshold are
+        // to watch; 95 %, a critical warning or a media error is a fault, before a full volume.
+        QTest::newRow("wear: 79 %") << storage(onWornDrive(79))
+            << u"ok | 500\u00A0Go disponibles (50 % utilisés), usure 79 %. | 1\u00A0To | 0.5 | -"_s;
+        QTest::newRow("wear: 80 %") << storage(onWornDrive(80))
+            << u"attention | SSD fatigué : 80 % de son endurance consommée. | 1\u00A0To | 0.5 | -"_s;
+        QTest::newRow("wear: spare one point under its threshold") << storage(onWornDrive(10, 9))
+            << u"attention | SSD fatigué : réserve à 9 %, sous son seuil de 10 %. | 1\u00A0To | 0.5 | -"_s;
+        QTest::newRow("wear: spare at its threshold") << storage(onWornDrive(10, 10))
+            << u"ok | 500\u00A0Go disponibles (50 % utilisés), usure 10 %. | 1\u00A0To | 0.5 | -"_s;
+        QTest::newRow("wear: 95 %") << storage(onWornDrive(95))
+            << u"alerte | SSD usé : 95 % de son endurance consommée — sauvegarde et remplacement à prévoir. | 1\u00A0To | 0.5 | -"_s;
+        QTest::newRow("wear: critical warning and one media error") << storage(onWornDrive(2, 100, 4, 1))
+            << u"alerte | SSD usé : alerte critique du contrôleur (0x04), 1 erreur de support — sauvegarde et remplacement à prévoir. | 1\u00A0To | 0.5 | -"_s;
+        StorageVolume unreadable = onWornDrive(99);
+        unreadable.wear->unreadable = u"lecture refusée"_s;
+        QTest::newRow("wear: an unreadable log judges nothing") << storage(unreadable)
+            << u"ok | 500\u00A0Go disponibles (50 % utilisés), usure illisible — lecture refusée. | 1\u00A0To | 0.5 | -"_s;
 
         QTest::newRow("memory: swap unreadable") << memory(true, {}) << u"info | 16 GB de mémoire vive. | 16 GB"_s;
         QTest::newRow("memory: no hardware, no swap") << memory(false, 0) << u"ok | — de RAM, Zéro\u00A0Ko d'échange sur disque. | —"_s;

@@ -3,7 +3,9 @@
 
 #include "core/formatting.h"
 #include "sources/mac_models.h"
+#include "sources/nvme_health.h"
 #include "sources/property_access.h"
+#include "sources/security_commands.h"
 #include "sources/system_profiler.h"
 #include "sources/vocabulary.h"
 
@@ -14,6 +16,9 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
+
+Q_DECLARE_METATYPE(LockFact)
+Q_DECLARE_METATYPE(DriveHealthLog)
 
 namespace {
 
@@ -34,6 +39,35 @@ template <typename T, typename Show> QString shown(const std::optional<T> &value
     return value ? show(*value) : none;
 }
 
+ProcessOutput printed(const QByteArray &text, int exitStatus = 0)
+{
+    return ProcessOutput{.started = true, .exitStatus = exitStatus, .standardOutput = text};
+}
+
+QString factText(const LockFact &fact)
+{
+    const char *states[] = {"unknown", "off", "on"};
+    return QString::fromLatin1(states[int(fact.state)]) + u" | "_s + fact.words;
+}
+
+// A health log with its counters set at the NVMe offsets, worked out by hand.
+QByteArray healthLog(int percentUsed, quint64 unitsWritten, quint64 hours, quint64 mediaErrors, int warning = 0)
+{
+    QByteArray log(NvmeHealth::logSize, '\0');
+    log[0] = char(warning);
+    log[3] = char(100);
+    log[4] = char(10);
+    log[5] = char(percentUsed);
+    const auto put = [&log](int offset, quint64 value) {
+        for (int i = 0; i < 8; ++i)
+            log[offset + i] = char((value >> (8 * i)) & 0xFF);
+    };
+    put(48, unitsWritten);
+    put(128, hours);
+    put(160, mediaErrors);
+    return log;
+}
+
 } // namespace
 
 class TestSources : public QObject
@@ -41,6 +75,90 @@ class TestSources : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Each command's answers as the ownership facts read them; anything missing, failed or
+    // unknown cannot be told, and says why.
+    void ownershipCommands_data()
+    {
+        QTest::addColumn<LockFact>("fact");
+        QTest::addColumn<QString>("expected");
+        using namespace SecurityCommands;
+        QTest::newRow("enrolment: neither") << readEnrollment(printed("Enrolled via DEP: No\nMDM enrollment: No\n"))
+                                            << u"off | Aucune gestion à distance"_s;
+        QTest::newRow("enrolment: MDM, user approved")
+            << readEnrollment(printed("Enrolled via DEP: No\nMDM enrollment: Yes (User Approved)\nMDM server: https://x\n"))
+            << u"on | Géré par un MDM"_s;
+        QTest::newRow("enrolment: DEP alone is enough") << readEnrollment(printed("Enrolled via DEP: Yes\nMDM enrollment: No\n"))
+                                                        << u"on | Inscrit via DEP"_s;
+        QTest::newRow("enrolment: one line saying No clears nothing")
+            << readEnrollment(printed("MDM enrollment: No\n"))
+            << u"unknown | réponse inconnue de profiles status -type enrollment : « MDM enrollment: No »"_s;
+        QTest::newRow("enrolment: tool failed") << readEnrollment(printed("", 1))
+                                                << u"unknown | profiles status -type enrollment a échoué (code 1)"_s;
+        ProcessOutput missing;
+        missing.startError = u"No such file or directory"_s;
+        QTest::newRow("enrolment: tool missing") << readEnrollment(missing)
+            << u"unknown | profiles status -type enrollment n'a pas pu être lancé (No such file or directory)"_s;
+        ProcessOutput stopped = printed("");
+        stopped.stoppedAfterSeconds = 15;
+        QTest::newRow("FileVault: no answer in time") << readFileVault(stopped)
+                                                      << u"unknown | fdesetup status ne répond pas après 15 s"_s;
+        QTest::newRow("FileVault: on") << readFileVault(printed("FileVault is On.\n")) << u"on | Activé"_s;
+        QTest::newRow("FileVault: on after restart")
+            << readFileVault(printed("FileVault is Off, but will be enabled after the next restart.\n"))
+            << u"off | Désactivé, activation au prochain démarrage"_s;
+        QTest::newRow("integrity: disabled")
+            << readIntegrityProtection(printed("System Integrity Protection status: disabled.\n")) << u"off | Désactivée"_s;
+        QTest::newRow("integrity: custom configuration")
+            << readIntegrityProtection(printed("System Integrity Protection status: unknown (Custom Configuration).\n"))
+            << u"off | Configuration personnalisée, en partie désactivée"_s;
+        QTest::newRow("integrity: enabled") << readIntegrityProtection(printed("System Integrity Protection status: enabled.\n"))
+                                            << u"on | Activée"_s;
+        QTest::newRow("Find My: token among the names")
+            << readFindMy(printed("SystemAudioVolume\t%80\nfmm-mobileme-token-FMM\tbplist\n")) << u"on | Activé"_s;
+        QTest::newRow("Find My: a name that only starts alike")
+            << readFindMy(printed("fmm-mobileme-token-FMM-old\nfmm-computer-name\n")) << u"off | Désactivé"_s;
+        QTest::newRow("Find My: nothing printed") << readFindMy(printed("")) << u"unknown | nvram -p n'a rien répondu"_s;
+        QTest::newRow("activation lock: word absent") << readActivationLock(std::nullopt)
+                                                      << u"unknown | macOS ne l'indique pas pour ce Mac"_s;
+        QTest::newRow("activation lock: enabled") << readActivationLock(u"activation_lock_enabled"_s) << u"on | Activé"_s;
+    }
+
+    void ownershipCommands()
+    {
+        QFETCH(LockFact, fact);
+        QTEST(factText(fact), "expected");
+    }
+
+    void nvramNamesOnly()
+    {
+        QCOMPARE(SecurityCommands::variableNamesOnly("boot-args\t-v\nfmm-mobileme-token-FMM\tbplist00%d4secret\n\n"),
+                 QByteArray("boot-args\nfmm-mobileme-token-FMM\n"));
+    }
+
+    // Counters at their NVMe offsets: 24 218 750 data units of 512 000 bytes are 12,4 To.
+    void nvmeHealthLog_data()
+    {
+        QTest::addColumn<DriveHealthLog>("entry");
+        QTest::addColumn<QString>("expected"); // used % | spare/threshold | written bytes | hours | media errors | warning
+        QTest::newRow("a young drive") << DriveHealthLog{u"APPLE SSD"_s, healthLog(3, 24218750, 1402, 0), {}}
+                                       << u"3 | 100/10 | 12400000000000 | 1402 | 0 | 0"_s;
+        QTest::newRow("counters above 32 bits") << DriveHealthLog{u"APPLE SSD"_s, healthLog(150, 0x1'0000'0000ULL, 0x1'0000'0001ULL, 7, 4), {}}
+                                                << u"150 | 100/10 | 2199023255552000 | 4294967297 | 7 | 4"_s;
+        QTest::newRow("a short log") << DriveHealthLog{u"APPLE SSD"_s, QByteArray(511, '\0'), {}}
+                                     << u"journal de santé de 511 octets au lieu de 512"_s;
+        QTest::newRow("refused") << DriveHealthLog{u"APPLE SSD"_s, {}, u"lecture refusée"_s} << u"lecture refusée"_s;
+    }
+
+    void nvmeHealthLog()
+    {
+        QFETCH(DriveHealthLog, entry);
+        const DriveWear wear = NvmeHealth::decode(entry);
+        const QString figures = u"%1 | %2/%3 | %4 | %5 | %6 | %7"_s.arg(wear.percentageUsed).arg(wear.availableSpare)
+                                    .arg(wear.availableSpareThreshold).arg(qint64(wear.bytesWritten))
+                                    .arg(qint64(wear.powerOnHours)).arg(qint64(wear.mediaErrors)).arg(wear.criticalWarning);
+        QTEST(wear.unreadable.value_or(figures), "expected");
+    }
+
     void profilerAnswer_data()
     {
         QTest::addColumn<int>("exitStatus"); // -1: the program did not start

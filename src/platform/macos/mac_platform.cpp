@@ -1,5 +1,7 @@
 #include "platform/macos/mac_platform.h"
 
+#include "platform/macos/mac_commands.h"
+#include "platform/macos/mac_drive_health.h"
 #include "platform/macos/mac_kernel_source.h"
 #include "platform/macos/mac_power_sources.h"
 #include "platform/macos/mac_process_information.h"
@@ -35,6 +37,8 @@ Platform makeMacPlatform()
     platform.powerSources = std::make_shared<MacPowerSources>();
     platform.process = std::make_shared<MacProcessInformation>();
     platform.clock = std::make_shared<SystemClock>();
+    platform.commands = std::make_shared<MacCommands>();
+    platform.driveHealth = std::make_shared<MacDriveHealth>();
     platform.isReplay = false;
 
     // Each monitor makes its own reader, on its own thread, from these factories.
