@@ -105,6 +105,9 @@ struct Reading
     std::optional<qint64> presentCapacity;
     std::optional<qint64> designCapacity;
     QList<PropertyDictionary> powerItems;
+    std::optional<qint64> officialHealth;
+    std::optional<qint64> computedHealth;
+    QDate today;
 };
 
 QList<InfoRow> batteryRows(const Reading &reading)
@@ -125,6 +128,9 @@ QList<InfoRow> batteryRows(const Reading &reading)
     if (reading.presentCapacity && reading.designCapacity)
         appendRow(rows, localized("Capacité"),
                   localized("%1 mAh sur %2 mAh d'origine").arg(*reading.presentCapacity).arg(*reading.designCapacity));
+    appendRow(rows, localized("Capacité mesurée"), capacityGapText(reading.officialHealth, reading.computedHealth));
+    if (info.manufactureDate)
+        appendRow(rows, localized("Âge"), ageText(*info.manufactureDate, reading.today));
     if (info.temperatureCelsius)
         appendRow(rows, localized("Température"), Format::fixed(*info.temperatureCelsius, 1) + u" °C"_s);
     std::optional<qint64> millivolts = integerProperty(registry, u"AppleRawBatteryVoltage"_s);
@@ -245,6 +251,70 @@ std::optional<qint64> officialHealthPercent(const QList<PropertyDictionary> &pow
             numeric += c;
     }
     return plainDecimal(numeric);
+}
+
+namespace {
+
+// The smart-battery packed date: bits 15–9 the year since 1980, 8–5 the month, 4–0 the day.
+std::optional<QDate> packedDate(qint64 value)
+{
+    const QDate date(1980 + int(value >> 9), int((value >> 5) & 0xF), int(value & 0x1F));
+    return date.isValid() ? std::optional(date) : std::nullopt;
+}
+
+// Six ASCII digits YYMMDD in the integer's bytes, least significant first, then zeros.
+std::optional<QDate> digitsDate(qint64 value)
+{
+    QString digits;
+    for (int shift = 0; shift < 64; shift += 8) {
+        const int byte = int((quint64(value) >> shift) & 0xFF);
+        if (byte == 0)
+            break;
+        if (byte < '0' || byte > '9')
+            return std::nullopt;
+        digits += QChar(byte);
+    }
+    if (digits.size() != 6 || (quint64(value) >> 48) != 0)
+        return std::nullopt;
+    const QDate date(1992 + digits.left(2).toInt(), digits.mid(2, 2).toInt(), digits.mid(4, 2).toInt());
+    return date.isValid() ? std::optional(date) : std::nullopt;
+}
+
+std::optional<QDate> dateFrom(std::optional<qint64> value)
+{
+    if (!value || *value <= 0)
+        return std::nullopt;
+    return *value <= 0xFFFF ? packedDate(*value) : digitsDate(*value);
+}
+
+} // namespace
+
+std::optional<QDate> manufactureDate(const PropertyDictionary &smartBattery)
+{
+    const PropertyDictionary data = PropertyValues::dictionary(smartBattery, u"BatteryData"_s).value_or(PropertyDictionary());
+    if (const std::optional<QDate> date = dateFrom(integerProperty(data, u"ManufactureDate"_s)))
+        return date;
+    return dateFrom(integerProperty(smartBattery, u"ManufactureDate"_s));
+}
+
+QString ageText(const QDate &made, const QDate &today)
+{
+    int years = today.year() - made.year();
+    if (today.month() < made.month() || (today.month() == made.month() && today.day() < made.day()))
+        --years;
+    const QString age = years < 1 ? localized("moins d'un an")
+                                  : years == 1 ? localized("1 an") : localized("%1 ans").arg(years);
+    return localized("Fabriquée en %1 %2 (%3)").arg(Format::frenchMonthName(made.month())).arg(made.year()).arg(age);
+}
+
+std::optional<QString> capacityGapText(std::optional<qint64> official, std::optional<qint64> computed)
+{
+    if (!official || !computed || std::abs(*official - *computed) <= 3)
+        return std::nullopt;
+    return localized("%1 % (macOS indique %2 %) : macOS lisse sa capacité maximale sur de nombreuses charges, "
+                     "alors que le rapport en mAh suit la dernière mesure de la batterie.")
+        .arg(*computed)
+        .arg(*official);
 }
 
 std::optional<qint64> computedHealthPercent(std::optional<qint64> presentCapacity, std::optional<qint64> designCapacity)
@@ -391,9 +461,11 @@ std::optional<BatteryInfo> load(const Platform &platform)
     info.isPluggedIn = flag(*smartBattery, u"ExternalConnected"_s);
     info.cycleCount = integerProperty(*smartBattery, u"CycleCount"_s);
     info.designCycleCount = integerProperty(*smartBattery, u"DesignCycleCount9C"_s);
-    info.healthPercent = officialHealthPercent(reading.powerItems);
-    if (!info.healthPercent)
-        info.healthPercent = computedHealthPercent(reading.presentCapacity, reading.designCapacity);
+    reading.officialHealth = officialHealthPercent(reading.powerItems);
+    reading.computedHealth = computedHealthPercent(reading.presentCapacity, reading.designCapacity);
+    info.healthPercent = reading.officialHealth ? reading.officialHealth : reading.computedHealth;
+    info.manufactureDate = manufactureDate(*smartBattery);
+    reading.today = (platform.clock ? platform.clock->now() : QDateTime::currentDateTimeUtc()).date();
     const std::optional<QString> rawWord = rawConditionValue(powerSource, reading.powerItems);
     info.condition = conditionLabel(rawWord);
     info.isConditionHealthy = isConditionHealthy(rawWord);

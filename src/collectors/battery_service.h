@@ -6,6 +6,7 @@
 #include "sources/property_values.h"
 
 #include <QByteArray>
+#include <QDate>
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -38,6 +39,17 @@ std::optional<PropertyDictionary> batteryInformation(const QList<PropertyDiction
 std::optional<qint64> officialHealthPercent(const QList<PropertyDictionary> &powerItems);
 // The present full-charge capacity over the design capacity, in percent, not clamped.
 std::optional<qint64> computedHealthPercent(std::optional<qint64> presentCapacity, std::optional<qint64> designCapacity);
+
+// The day the battery was made, from its "ManufactureDate": the smart-battery packed form
+// (year since 1980, month and day in 16 bits), or on Apple silicon, in "BatteryData", six
+// ASCII digits YYMMDD in the integer's bytes, least significant first, the year counted
+// from 1992 ("291014" is 14 October 2021). Anything else gives nothing.
+std::optional<QDate> manufactureDate(const PropertyDictionary &smartBattery);
+// "Fabriquée en mars 2022 (4 ans)": the month and the whole years since, to `today`.
+QString ageText(const QDate &made, const QDate &today);
+// When macOS's maximum capacity and the measured mAh ratio differ by more than 3 points:
+// the measured figure and the sentence that explains the difference.
+std::optional<QString> capacityGapText(std::optional<qint64> official, std::optional<qint64> computed);
 
 // The health word: the profiler's first, the power source's otherwise.
 std::optional<QString> rawConditionValue(const std::optional<PropertyDictionary> &powerSource,

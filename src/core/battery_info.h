@@ -2,6 +2,7 @@
 
 #include "core/info_row.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
 
@@ -21,6 +22,7 @@ struct BatteryInfo
     bool isConditionHealthy = true;
     std::optional<double> temperatureCelsius;
     std::optional<QString> timeRemaining;
+    std::optional<QDate> manufactureDate;
     QList<InfoRow> rows;
 
     friend bool operator==(const BatteryInfo &, const BatteryInfo &) = default;

@@ -87,6 +87,28 @@ private Q_SLOTS:
         const QString capacity = u"Capacité maximale"_s;
         QTest::newRow("the system's percentage wins") << linesOf(capacity, "{}",
             health(R"("sppower_battery_health_maximum_capacity": "89%")")) << QStringList{u"Capacité maximale = 89 %"_s};
+        // macOS's figure and the mAh ratio (91 %) side by side only beyond 3 points apart.
+        const QString gap = u"Capacité mesurée"_s;
+        QTest::newRow("4 points apart") << linesOf(gap, "{}", health(R"("sppower_battery_health_maximum_capacity": "95%")"))
+            << QStringList{u"Capacité mesurée = 91 % (macOS indique 95 %) : macOS lisse sa capacité maximale sur de nombreuses "
+                           "charges, alors que le rapport en mAh suit la dernière mesure de la batterie."_s};
+        QTest::newRow("3 points apart") << linesOf(gap, "{}", health(R"("sppower_battery_health_maximum_capacity": "88%")"))
+                                        << QStringList();
+        // The clock reads 15 January 2027. Packed: (year - 1980) << 9 | month << 5 | day.
+        const QString age = u"Âge"_s;
+        QTest::newRow("packed: 12 March 2019") << linesOf(age, R"({"ManufactureDate": 20076})")
+                                               << QStringList{u"Âge = Fabriquée en mars 2019 (7 ans)"_s};
+        QTest::newRow("packed: a year to the day") << linesOf(age, R"({"ManufactureDate": 23599})")
+                                                   << QStringList{u"Âge = Fabriquée en janvier 2026 (1 an)"_s};
+        QTest::newRow("packed: one day short of a year") << linesOf(age, R"({"ManufactureDate": 23600})")
+                                                         << QStringList{u"Âge = Fabriquée en janvier 2026 (moins d'un an)"_s};
+        QTest::newRow("packed: month 13") << linesOf(age, R"({"ManufactureDate": 20396})") << QStringList();
+        // "291014" in the bytes, least significant first: 14 October 2021.
+        QTest::newRow("digits in BatteryData") << linesOf(age, R"({"BatteryData": {"ManufactureDate": 57385866574130}})")
+                                               << QStringList{u"Âge = Fabriquée en octobre 2021 (5 ans)"_s};
+        // "29101A": a letter among the digits.
+        QTest::newRow("a letter among the digits") << linesOf(age, R"({"BatteryData": {"ManufactureDate": 71679517735218}})")
+                                                   << QStringList();
         QTest::newRow("computed: 4382 / 4790 rounded") << linesOf(capacity, "{}") << QStringList{u"Capacité maximale = 91 %"_s};
         QTest::newRow("computed: 32 / 256 is 12.5, rounded up")
             << linesOf(capacity, R"({"NominalChargeCapacity": 32, "DesignCapacity": 256})") << QStringList{u"Capacité maximale = 13 %"_s};

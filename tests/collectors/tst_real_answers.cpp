@@ -123,7 +123,7 @@ private Q_SLOTS:
         QTest::newRow("sample") << u"sample"_s << QStringList{
             u"hardware: MacBookPro18,3 | MacBook Pro 14″ M1 Pro/Max, 2021 | Apple M1 Pro | 10 cœurs — 8 performance + 2 efficacité | "
             "16 GB | macOS 15.1 (24B83) | 3 j 20 h | 18 rows"_s,
-            u"battery: 87 % | En charge | 1 h 15 min | 91 % | Normale | 212 cycles | 18 rows"_s,
+            u"battery: 87 % | En charge | 1 h 15 min | 91 % | Normale | 212 cycles | 19 rows"_s,
             u"components: touchID Détecté, keyboard Français, keyboardBacklight Présent, trackpad 0 erreur, haptics Actif, "
             "lidAngle Détecté, wifi BCM4387, smc Actif | 8 sensors | portable"_s,
             u"displays: Apple M1 Pro[Color LCD+, LG HDR 4K+] | 21 rows"_s,
@@ -136,7 +136,7 @@ private Q_SLOTS:
             u"audio: LG HDR 4K, AirPods Pro de Claire+, Micro MacBook Pro+*, Haut-parleurs MacBook Pro* | 22 rows"_s,
             u"camera: Caméra FaceTime HD+ | 2 rows"_s};
         QTest::newRow("worn battery") << u"worn-battery"_s << QStringList{
-            u"battery: 42 % | Sur batterie | - | 71 % | Entretien recommandé | 1180 cycles | 13 rows"_s};
+            u"battery: 42 % | Sur batterie | - | 71 % | Entretien recommandé | 1180 cycles | 15 rows"_s};
         // Booted 3 550 625 s before the capture; a keyboard on USB and two screens.
         QTest::newRow("desktop") << u"desktop-mac-studio"_s << QStringList{
             u"hardware: Mac13,1 | Mac Studio M1 Max, 2022 | Apple M1 Max | 10 cœurs — 8 performance + 2 efficacité | 32 GB | "
