@@ -8,6 +8,7 @@
 #include "platform/capture/capture_platform.h"
 #include "platform/capture/capture_writer.h"
 #include "platform/capture/property_list_reader.h"
+#include "sources/security_commands.h"
 
 #include <QJsonArray>
 
@@ -32,6 +33,13 @@ QStringList answers(const Platform &platform)
                 + propertyText(platform.registry->servicesNamed(name));
     for (const QByteArray &name : CaptureWriter::kernelValueNames())
         all << kernelReading(*platform.kernel, name);
+    for (const SystemCommand &command : SecurityCommands::all()) {
+        const ProcessOutput run = platform.commands->run(command);
+        all << u"%1 %2 %3 "_s.arg(command.key, run.startError).arg(run.started ? run.exitStatus : -1)
+                + QString::fromUtf8(run.standardOutput);
+    }
+    for (const DriveHealthLog &log : platform.driveHealth->logs())
+        all << log.model + u' ' + log.failure + u' ' + QString::fromLatin1(log.log.toHex());
     return all;
 }
 
