@@ -242,8 +242,9 @@ struct Request
     bool readme = false;
 };
 
-const QStringList allCaptures { u"desktop-mac-studio"_s, u"worn-battery"_s, u"storage-mix"_s, u"profiler-failures"_s,
-                                u"sample"_s };
+const QStringList allCaptures { u"desktop-mac-studio"_s, u"worn-battery"_s,       u"storage-mix"_s,
+                                u"profiler-failures"_s,  u"intel-macbook-pro"_s,   u"m5-max-tahoe"_s,
+                                u"air-m5-macos27"_s,     u"sample"_s };
 
 std::optional<Size> sizeFrom(const QString &text)
 {

@@ -39,15 +39,16 @@ ColumnLayout {
         visible: root.controller.data.ownershipChecks.count > 0
         Layout.fillWidth: true
 
-        Column {
-            id: ownership
-
+        ColumnLayout {
+            spacing: 0
             Layout.fillWidth: true
+            Layout.leftMargin: -16
+            Layout.rightMargin: -16
 
             Repeater {
                 model: root.controller.data.ownershipChecks
 
-                delegate: Column {
+                delegate: ColumnLayout {
                     id: fact
 
                     required property int index
@@ -58,21 +59,23 @@ ColumnLayout {
                     required property string measurement
                     required property string section
 
-                    width: ownership.width
+                    spacing: 0
+                    Layout.fillWidth: true
 
                     Divider {
                         visible: fact.index > 0
-                        x: 62
-                        width: parent.width - 62
+                        Layout.leftMargin: 62
+                        Layout.fillWidth: true
                     }
                     CheckRow {
-                        width: parent.width
+                        objectName: "ownershipRow"
                         symbol: fact.symbol
                         title: fact.title
                         summary: fact.summary
                         status: fact.status
                         measurement: fact.measurement
-                        section: fact.section
+                        section: ""
+                        Layout.fillWidth: true
                     }
                 }
             }
