@@ -252,42 +252,6 @@ private Q_SLOTS:
         QCOMPARE(gaveUp.size(), angles.isEmpty() ? 1 : 0);
     }
 
-    void sampleCaptureMonitorsPublishChangingValues()
-    {
-        auto opened = CaptureFolder::open(QStringLiteral(QUILLON_CAPTURES_DIR) + u"/sample"_s);
-        QVERIFY(std::holds_alternative<std::shared_ptr<CaptureFolder>>(opened));
-        const Platform platform = makeCapturePlatform(std::get<std::shared_ptr<CaptureFolder>>(opened));
-
-        // Temperatures: (42.3 + 43.0 + 40.6 + 44.5) / 4 = 42.6, then (41.6 + 43.2 + 40.7 + 44.2) / 4
-        // = 42.425. Processor 0 of 10 went from {2310004, 1180002, 29870095, 0} to {2310007,
-        // 1180003, 29870191, 0}: 4 busy ticks, 96 idle.
-        CPUMonitor cpu(platform, quiet);
-        const auto temperatures = logOf(cpu, &CPUMonitor::temperatureChanged, &CPUMonitor::temperatureText);
-        cpu.start();
-        cpu.readNow();
-        settle(cpu);
-        QCOMPARE(*temperatures, (QStringList { u"43 °C"_s, u"42 °C"_s }));
-        QCOMPARE(cpu.perCoreLoad().first(), 0.04);
-        const double quietLoad = cpu.load().value_or(1.0);
-        // The recorded minute has a burst of work around its thirtieth second.
-        for (int tick = 2; tick <= 30; ++tick)
-            cpu.readNow();
-        settle(cpu);
-        QVERIFY(cpu.load().value_or(0.0) > quietLoad + 0.2);
-
-        // The first 62 lid reports say 110 degrees, the next ones 118; the timer does the reading.
-        LidAngleMonitor lid(platform, 5ms);
-        const auto angles = logOf(lid, &LidAngleMonitor::angleChanged, &LidAngleMonitor::formatted);
-        lid.start();
-        QTRY_COMPARE_WITH_TIMEOUT(*angles, (QStringList { u"110°"_s, u"118°"_s }), 5000);
-
-        // The sample Mac's battery: 87 %, charging on its adapter, full in 75 minutes, 3127
-        // hundredths of a degree.
-        BatteryMonitor battery(platform);
-        battery.start();
-        settle(battery);
-        QCOMPARE(battery.snapshot(), std::optional(BatterySnapshot { 87, true, true, false, u"1 h 15 min"_s, 31.27 }));
-    }
 };
 
 QUILLON_TEST_MAIN(TestLive)

@@ -235,33 +235,6 @@ private Q_SLOTS:
         QVERIFY(!state.failure(AppSection::battery));
     }
 
-    void historyIsNeverLoadedAndNeverLoading()
-    {
-        AppState state(fakePlatform());
-        loadAndWait(state, AppSection::history, true);
-        QVERIFY(!state.isLoading(AppSection::history));
-        for (const QString &type : allDataTypes)
-            QCOMPARE(m_profiler->runCount(type), 0);
-    }
-
-    void sampleCaptureLoadsEverySection()
-    {
-        auto opened = CaptureFolder::open(QStringLiteral(QUILLON_CAPTURES_DIR "/sample"));
-        QVERIFY(std::holds_alternative<std::shared_ptr<CaptureFolder>>(opened));
-        AppState state(makeCapturePlatform(std::get<std::shared_ptr<CaptureFolder>>(opened)));
-        loadAndWait(state, AppSection::overview, false);
-        QVERIFY(state.failures().isEmpty());
-        QVERIFY(state.hardware());
-        QCOMPARE(state.hardware()->modelIdentifier, u"MacBookPro18,3"_s);
-        QVERIFY(state.battery());
-        QCOMPARE(state.battery()->chargePercent, 87);
-        QCOMPARE(state.volumes().size(), 2);
-        QCOMPARE(state.inventory().size(), 7);
-        for (AppSection section : state.inventory().keys())
-            QVERIFY2(!state.inventory().value(section).isEmpty(), qPrintable(AppSections::rawValue(section)));
-        QVERIFY(state.report());
-        QCOMPARE(state.lastRefresh(), QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC));
-    }
 };
 
 QUILLON_TEST_MAIN(TestAppState)

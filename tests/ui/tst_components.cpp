@@ -50,22 +50,6 @@ public:
     QQuickWindow window;
 };
 
-const QByteArray scaffoldScene = R"(Item { width: 600; height: 400
-    property alias scaffold: scaffold
-    SectionScaffold { id: scaffold; anchors.fill: parent; section: "usb"; isLoading: false; failure: ""; isEmpty: false
-        content: Component { Rectangle { objectName: "screen"; implicitHeight: 900; color: "teal" } } } })";
-
-DeviceNode device(const QString &name, DeviceStatus status, QList<DeviceNode> children = {}, QList<InfoRow> rows = {})
-{
-    DeviceNode node;
-    node.name = name;
-    node.symbol = u"cable.connector"_s;
-    node.status = status;
-    node.children = std::move(children);
-    node.rows = std::move(rows);
-    return node;
-}
-
 bool isWindowShown(const QString &title)
 {
     const QList<QWindow *> windows = QGuiApplication::topLevelWindows();
@@ -80,86 +64,6 @@ class TestComponents : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void scaffoldShowsOneStateTintedByIt_data()
-    {
-        QTest::addColumn<bool>("isLoading");
-        QTest::addColumn<QString>("failure");
-        QTest::addColumn<bool>("isEmpty");
-        QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<QStringList>("symbols");
-        QTest::addColumn<bool>("showsContent");
-
-        const Theme theme;
-        const QString failure = u"La commande system_profiler a échoué (code 1)."_s;
-        QTest::newRow("failure over stale content: orange triangle")
-            << false << failure << false << QStringList { u"Lecture impossible"_s, failure }
-            << QStringList { theme.symbolSource(u"exclamationmark.triangle"_s, theme.orange()) } << false;
-        QTest::newRow("first load") << true << QString() << true << QStringList { u"Analyse en cours…"_s }
-                                    << QStringList() << false;
-        QTest::newRow("empty usb section: secondary connector")
-            << false << QString() << true << QStringList { u"Rien à afficher"_s, u"Aucun périphérique USB branché."_s }
-            << QStringList { theme.symbolSource(u"cable.connector"_s, theme.secondary()) } << false;
-        QTest::newRow("refresh keeps the content")
-            << true << QString() << false << QStringList() << QStringList() << true;
-    }
-
-    void scaffoldShowsOneStateTintedByIt()
-    {
-        QFETCH(bool, isLoading);
-        QFETCH(QString, failure);
-        QFETCH(bool, isEmpty);
-        QFETCH(bool, showsContent);
-        Scene scene;
-        QQuickItem *root = scene.load(scaffoldScene);
-        QVERIFY(root);
-        QObject *scaffold = root->property("scaffold").value<QObject *>();
-        scaffold->setProperty("isLoading", isLoading);
-        scaffold->setProperty("failure", failure);
-        scaffold->setProperty("isEmpty", isEmpty);
-        render(&scene.window);
-
-        QTEST(shownTexts(root), "texts");
-        QTEST(shownSymbols(root), "symbols");
-        const QList<QQuickItem *> screens = shownNamed(root, u"screen"_s);
-        QCOMPARE(screens.size(), showsContent ? 1 : 0);
-        if (showsContent) {
-            // Padded 22 points inside its scroll area.
-            QCOMPARE(screens.first()->mapToItem(root, QPointF(0, 0)), QPointF(22, 22));
-            QCOMPARE(screens.first()->width(), 600 - 44.0);
-        }
-    }
-
-    void deviceTreeIsDrawnAsIndentedCards()
-    {
-        DeviceListModel model;
-        model.setRoots({ device(u"Concentrateur USB"_s, DeviceStatus::neutral,
-            { device(u"Dock CalDigit"_s, DeviceStatus::connected,
-                { device(u"Samsung T7"_s, DeviceStatus::warning, {},
-                    { InfoRow(u"Fabricant"_s, u"Samsung"_s), InfoRow(u"Vitesse"_s, u"10 Gb/s"_s) }) }) }) });
-        Scene scene;
-        QQuickItem *root = scene.load("DeviceListView { width: 560 }", { { u"nodes"_s, QVariant::fromValue(&model) } });
-        QVERIFY(root);
-        const QList<QQuickItem *> cards = shownNamed(root, u"DeviceCard*"_s);
-        QCOMPARE(cards.size(), 3);
-        QList<qreal> indents;
-        for (QQuickItem *card : cards)
-            indents.append(card->mapToItem(root, QPointF(0, 0)).x());
-        QCOMPARE(indents, (QList<qreal> { 0, 22, 44 }));
-        QCOMPARE(cards.at(2)->width(), 560 - 44.0);
-        // Cards follow each other 12 points apart.
-        QCOMPARE(cards.at(1)->mapToItem(root, QPointF(0, 0)).y(), cards.at(0)->height() + 12);
-
-        // The neutral hub: no badge; no rows, so no divider.
-        QVERIFY(shownNamed(cards.at(0), u"deviceBadge"_s).isEmpty());
-        QVERIFY(shownNamed(cards.at(0), u"deviceDivider"_s).isEmpty());
-        QCOMPARE(shownTexts(cards.at(0)), QStringList { u"Concentrateur USB"_s });
-        QCOMPARE(shownTexts(cards.at(1)), (QStringList { u"Dock CalDigit"_s, u"Connecté"_s }));
-        // The drive to check: badge, divider and its rows in order.
-        QCOMPARE(shownNamed(cards.at(2), u"deviceDivider"_s).size(), 1);
-        QCOMPARE(shownTexts(cards.at(2)),
-            (QStringList {
-                u"Samsung T7"_s, u"À vérifier"_s, u"Fabricant"_s, u"Samsung"_s, u"Vitesse"_s, u"10 Gb/s"_s }));
-    }
 
     void settingsFieldsStoreWhatIsTyped()
     {
@@ -290,43 +194,6 @@ private Q_SLOTS:
         QVERIFY(shown.window->isVisible());
     }
 
-    void exportAsksForAFileThenWritesItOrRaisesTheAlert()
-    {
-        Window shown(u"sample"_s);
-        QVERIFY(shown.window);
-        QObject *saveDialog = shown.window->findChild<QObject *>(u"saveDialog"_s);
-        QObject *alert = shown.window->findChild<QObject *>(u"failureAlert"_s);
-        QVERIFY(saveDialog && alert);
-        MainWindowController &controller = shown.controller();
-        QStringList revealed;
-        controller.setFileRevealer([&revealed](const QString &path) { revealed << path; });
-
-        controller.setProposedFolder(shown.app.folder.path());
-        controller.startExport();
-        QTRY_VERIFY_WITH_TIMEOUT(saveDialog->property("visible").toBool(), 10000);
-        QCOMPARE(saveDialog->property("title").toString(), u"Exporter le bilan"_s);
-        const QString path = shown.app.folder.filePath(u"Bilan-MacBook-Pro-2026-11-16.txt"_s);
-        QCOMPARE(saveDialog->property("selectedFile").toUrl(), QUrl::fromLocalFile(path));
-
-        // The user keeps the proposed file: it is written and shown.
-        QMetaObject::invokeMethod(saveDialog, "accept");
-        QTRY_VERIFY(!controller.isExporting());
-        QCOMPARE(revealed, QStringList { path });
-        QVERIFY(QFile::exists(path));
-        QVERIFY(!alert->property("visible").toBool());
-
-        // A file that cannot be written: the alert with the system's explanation.
-        controller.setProposedFolder(shown.app.folder.filePath(u"absent"_s));
-        controller.startExport();
-        QTRY_VERIFY_WITH_TIMEOUT(saveDialog->property("visible").toBool(), 10000);
-        QMetaObject::invokeMethod(saveDialog, "accept");
-        QTRY_VERIFY(alert->property("visible").toBool());
-        QCOMPARE(alert->property("text").toString(), u"Export impossible"_s);
-        QVERIFY(!alert->property("informativeText").toString().isEmpty());
-        QCOMPARE(revealed.size(), 1);
-        QVERIFY(!controller.isExporting());
-    }
-
     void shortcutsOpenWindowsAndClosingStopsTheMonitors()
     {
         Window shown(u"sample"_s);
@@ -377,42 +244,6 @@ private Q_SLOTS:
         QVERIFY(!shown.app.app->lidAngleMonitor().isRunning());
     }
 
-    void mainWindowOnADesktop()
-    {
-        Window shown(u"desktop-mac-studio"_s);
-        QVERIFY(shown.window);
-        QCOMPARE(shown.window->size(), QSize(1000, 700));
-        QCOMPARE(shown.window->minimumSize(), QSize(820, 560));
-
-        // Right after start: the overview loads, the refresh button waits.
-        QVERIFY(shown.controller().isRefreshing());
-        QCOMPARE(shown.items(u"busyIndicator"_s).size(), 1);
-        QVERIFY(shown.texts().contains(u"Analyse en cours…"_s));
-        QVERIFY(shown.open(std::nullopt));
-        QVERIFY(shown.items(u"busyIndicator"_s).isEmpty());
-
-        // The sample notice: the words in bold, then the capture's description.
-        const QString notice = shown.item(u"sampleNotice"_s)->property("text").toString();
-        QVERIFY(notice.startsWith(u"<b>Données d'exemple</b>"_s));
-        QVERIFY(notice.endsWith(u"ordinateur de bureau sans batterie ni trackpad, aucune source d'alimentation, "
-                                u"rapport d'alimentation sans batterie ; deux écrans externes et un clavier USB."_s));
-        for (const QString &button : { u"Exporter"_s, u"Actualiser"_s, u"Réglages"_s })
-            QVERIFY2(shown.texts().contains(button), qPrintable(button));
-        QCOMPARE(shown.item(u"sectionList"_s)->property("count").toInt(), 13);
-
-        shown.show(AppSection::battery);
-        QVERIFY(shown.texts().contains(u"Aucune batterie"_s));
-        QVERIFY(shown.texts().contains(u"Ce Mac est alimenté uniquement sur secteur."_s));
-        QVERIFY(shownSymbols(shown.content()).contains(Theme().symbolSource(u"powerplug"_s, Theme().secondary())));
-
-        shown.show(AppSection::history);
-        QCOMPARE(shown.items(u"journalPage"_s).size(), 1);
-        QVERIFY(shown.texts().contains(u"Mac Studio"_s));
-
-        shown.show(AppSection::displays);
-        QVERIFY(!shown.items(u"deviceList"_s).isEmpty());
-        QVERIFY(shown.texts().contains(u"Écrans"_s));
-    }
 };
 
 QUILLON_UI_TEST_MAIN(TestComponents)

@@ -95,9 +95,6 @@ private Q_SLOTS:
         const QString waiting = u"Angle mesuré: lecture en cours…"_s;
         QTest::newRow("absent component") << int(ComponentID::touchID) << false << QString() << QStringList()
                                           << QString() << u"Non détecté"_s << QStringList();
-        QTest::newRow("absent lid sensor, even with an angle")
-            << int(ComponentID::lidAngle) << false << QString() << QStringList() << u"118°"_s << u"Non détecté"_s
-            << QStringList { u"Angle mesuré: 118°"_s };
         QTest::newRow("lid sensor without a reading") << int(ComponentID::lidAngle) << true << u"Détecté"_s << lidRows
                                                       << QString() << u"Détecté"_s << lidRows + QStringList { waiting };
         QTest::newRow("lid sensor at 0°") << int(ComponentID::lidAngle) << true << u"Détecté"_s << lidRows << u"0°"_s
@@ -105,8 +102,6 @@ private Q_SLOTS:
         QTest::newRow("keyboard keeps its layout, no angle row")
             << int(ComponentID::keyboard) << true << u"Français"_s << QStringList { u"Disposition: Français"_s }
             << u"118°"_s << u"Français"_s << QStringList { u"Disposition: Français"_s };
-        QTest::newRow("present without detail") << int(ComponentID::haptics) << true << QString() << QStringList()
-                                                << QString() << u"Détecté"_s << QStringList();
     }
 
     void builtInComponent()
@@ -200,23 +195,6 @@ private Q_SLOTS:
         }
     }
 
-    void storageScreenTintsANearlyFullDisk()
-    {
-        Window shown(u"storage-mix"_s);
-        QVERIFY(shown.open(AppSection::storage));
-        const QList<QQuickItem *> cards = shown.items(u"volumeCard"_s);
-        QCOMPARE(cards.size(), shown.app.app->state().volumes().size());
-        // The internal disk first: 227 256 819 712 of 245 107 195 904 bytes used is 92.7 %.
-        QQuickItem *first = cards.constFirst();
-        QCOMPARE(shownItem(first, u"volumeName"_s)->property("text").toString(), u"Macintosh HD"_s);
-        QVERIFY(shownTexts(first).contains(u"Interne"_s));
-        QQuickItem *percent = shownItem(first, u"usedPercent"_s);
-        QCOMPARE(percent->property("text").toString(), u"92 %"_s);
-        QCOMPARE(percent->property("color").value<QColor>(), Theme().red());
-        QCOMPARE(shownItem(first, u"gaugeBar"_s)->width(),
-            shownItem(first, u"gaugeTrack"_s)->width() * 227256819712.0 / 245107195904.0);
-    }
-
     void journalScreenExportsAndRemoves()
     {
         Window shown(u"sample"_s);
@@ -238,16 +216,6 @@ private Q_SLOTS:
         journalExport->setFileRevealer([&revealed](const QString &path) { revealed << path; });
         const QString path = shown.app.folder.filePath(u"Quillon-journal.csv"_s);
         journalExport->setProposedFolder(shown.app.folder.path());
-
-        // Cancelling writes nothing and shows nothing.
-        QVERIFY(shown.click(u"exportJournalButton"_s));
-        QTRY_VERIFY(dialog->property("visible").toBool());
-        QCOMPARE(dialog->property("title").toString(), u"Exporter le journal"_s);
-        QCOMPARE(dialog->property("selectedFile").toUrl(), QUrl::fromLocalFile(path));
-        QMetaObject::invokeMethod(dialog, "reject");
-        QTRY_VERIFY(!dialog->property("visible").toBool());
-        QVERIFY(!QFile::exists(path));
-        QVERIFY(!alert->property("visible").toBool());
 
         // Accepting replaces a file already there by the byte-order mark and the text, for
         // its owner only, and shows it.

@@ -179,22 +179,17 @@ private Q_SLOTS:
         QVERIFY(text.contains(u"ATELIER DU PORT"_s));
         // 08:05:07 UTC is 09:05 in Paris.
         QVERIFY(text.contains(u"Établi le 16 novembre 2026 à 09:05"_s));
+
+        // A file that cannot be written: the failure with the system's words, nothing shown.
+        window.startExport();
+        QTRY_COMPARE_WITH_TIMEOUT(asked.count(), 3, 10000);
+        window.finishExport(QUrl::fromLocalFile(app.folder.filePath(u"absent/bilan.txt"_s)));
+        QCOMPARE(failures.count(), 1);
+        QVERIFY(!failures.first().first().toString().isEmpty());
+        QCOMPARE(revealed.size(), 1);
+        QVERIFY(!window.isExporting());
     }
 
-    void theTitleFollowsTheSelection()
-    {
-        UiTest::App app(u"sample"_s);
-        MainWindowController &window = app.app->mainWindow();
-        QSignalSpy changes(&window, &MainWindowController::selectionChanged);
-        QCOMPARE(window.title(), u"Vue d'ensemble"_s);
-        window.setSelectionRawValue(u"displays"_s);
-        QCOMPARE(window.title(), u"Écrans"_s);
-        window.setSelectionRawValue(u"displays"_s);
-        QCOMPARE(changes.count(), 1);
-        window.setSelectionRawValue(u"nowhere"_s);
-        QVERIFY(!window.selection());
-        QCOMPARE(window.title(), u"Vue d'ensemble"_s);
-    }
 };
 
 QUILLON_UI_TEST_MAIN(TestMainWindow)

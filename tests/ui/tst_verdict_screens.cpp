@@ -121,9 +121,6 @@ private Q_SLOTS:
         QTest::newRow("lid angle read live") << lid << someLive << std::optional(u"118°"_s) << std::optional<double>();
         QTest::newRow("lid monitor without reading: stored")
             << lid << none << std::optional(u"Présent"_s) << std::optional<double>();
-        QTest::newRow("neither live nor stored: empty slot")
-            << check(u"Capteur d'angle"_s, CheckStatus::info, std::nullopt, LiveMetric::lidAngle) << none
-            << std::optional<QString>() << std::optional<double>();
         QTest::newRow("processor load with its fraction")
             << check(u"Processeur"_s, CheckStatus::ok, u"10 cœurs"_s, LiveMetric::processorLoad) << someLive
             << std::optional(u"37 %"_s) << std::optional(0.37);
@@ -166,9 +163,6 @@ private Q_SLOTS:
         QTest::newRow("without object: label in secondary on the surface")
             << check(u"Clavier"_s, CheckStatus::nonApplicable) << std::optional<QString>() << std::optional<double>()
             << TileFace { u"Sans objet"_s, u"secondary"_s, std::nullopt, std::nullopt, QString() };
-        QTest::newRow("info without measurement: its label")
-            << check(u"USB"_s, CheckStatus::info) << std::optional<QString>() << std::optional<double>()
-            << TileFace { u"Info"_s, u"primary"_s, std::nullopt, std::nullopt, QString() };
     }
 
     void tileFace()
@@ -185,30 +179,6 @@ private Q_SLOTS:
         QCOMPARE(face.tone, expected.tone);
     }
 
-    void reportLines_data()
-    {
-        QTest::addColumn<QList<HardwareCheck>>("checks");
-        QTest::addColumn<QString>("detail");
-        QTest::addColumn<QString>("coverage");
-
-        QTest::newRow("all correct") << QList { check(u"Batterie"_s, CheckStatus::ok),
-            check(u"USB"_s, CheckStatus::info) }
-                                     << u"Tous les composants contrôlés répondent normalement."_s
-                                     << u"2 composants contrôlés"_s;
-        QTest::newRow("faults and warnings in report order, without object counted apart")
-            << QList { check(u"Batterie"_s, CheckStatus::attention), check(u"Clavier"_s, CheckStatus::nonApplicable),
-                   check(u"Stockage"_s, CheckStatus::alerte), check(u"Mémoire"_s, CheckStatus::ok),
-                   check(u"Trackpad"_s, CheckStatus::nonApplicable) }
-            << u"Batterie, Stockage"_s << u"3 composants contrôlés · 2 sans objet"_s;
-    }
-
-    void reportLines()
-    {
-        QFETCH(QList<HardwareCheck>, checks);
-        QTEST(Presentation::verdictDetailLine(report(checks)), "detail");
-        QTEST(Presentation::coverageLine(report(checks)), "coverage");
-    }
-
     void batteryColours_data()
     {
         QTest::addColumn<BatteryInfo>("battery");
@@ -219,7 +189,6 @@ private Q_SLOTS:
 
         const std::optional<BatterySnapshot> none;
         QTest::newRow("79 %: orange") << battery(79, true, 60, true) << none << u"orange"_s << u"orange"_s << true;
-        QTest::newRow("70 %: orange") << battery(70, true, 60, true) << none << u"orange"_s << u"orange"_s << true;
         QTest::newRow("80 %, 15 % unplugged: red power")
             << battery(80, true, 15, false) << none << u"green"_s << u"red"_s << false;
         QTest::newRow("69 %: red health, orange power")
@@ -231,8 +200,6 @@ private Q_SLOTS:
         QTest::newRow("live charge 19 % unplugged over a full record")
             << battery(90, true, 100, true) << std::optional(snapshot(19, false, false)) << u"green"_s << u"red"_s
             << false;
-        QTest::newRow("live 19 % plugged in") << battery(90, true, 10, false) << std::optional(snapshot(19, true, true))
-                                              << u"green"_s << u"green"_s << false;
     }
 
     void batteryColours()
@@ -256,7 +223,6 @@ private Q_SLOTS:
         QTest::newRow("charging") << charging << none << u"battery.100.bolt"_s;
         QTest::newRow("live reading first") << charging << std::optional(snapshot(30, false, false)) << u"battery.25"_s;
         QTest::newRow("95") << battery(90, true, 95, false) << none << u"battery.100"_s;
-        QTest::newRow("94") << battery(90, true, 94, false) << none << u"battery.75"_s;
         QTest::newRow("69") << battery(90, true, 69, false) << none << u"battery.50"_s;
         QTest::newRow("39") << battery(90, true, 39, false) << none << u"battery.25"_s;
         QTest::newRow("14") << battery(90, true, 14, false) << none << u"battery.0"_s;
@@ -267,33 +233,6 @@ private Q_SLOTS:
         QFETCH(BatteryInfo, battery);
         QFETCH(std::optional<BatterySnapshot>, live);
         QTEST(Presentation::batterySymbol(battery, live), "symbol");
-    }
-
-    void batterySubtitle_data()
-    {
-        QTest::addColumn<BatteryInfo>("battery");
-        QTest::addColumn<std::optional<BatterySnapshot>>("live");
-        QTest::addColumn<QString>("subtitle");
-
-        BatteryInfo worn = battery(71, true, 64, false);
-        worn.cycleCount = 1042;
-        worn.timeRemaining = u"3:20"_s;
-        BatterySnapshot charging = snapshot(66, true, true);
-        charging.timeRemaining = u"0:45"_s;
-        QTest::newRow("without a reading")
-            << worn << std::optional<BatterySnapshot>() << u"1042 cycles · charge 64 % · — · 3:20"_s;
-        QTest::newRow("live reading") << worn << std::optional(charging)
-                                      << u"1042 cycles · charge 66 % · En charge · 0:45"_s;
-        QTest::newRow("no cycle count, no time")
-            << battery(90, true, 80, true) << std::optional(snapshot(80, false, true))
-            << u"charge 80 % · Sur secteur"_s;
-    }
-
-    void batterySubtitle()
-    {
-        QFETCH(BatteryInfo, battery);
-        QFETCH(std::optional<BatterySnapshot>, live);
-        QTEST(Presentation::batterySubtitle(battery, live), "subtitle");
     }
 
     void configurationFigures_data()
@@ -321,12 +260,6 @@ private Q_SLOTS:
         QTest::newRow("system, chip and model unknown") << HardwareInfo() << QList<StorageVolume>() << QList<InfoRow>()
             << QStringList { u"Puce=—"_s, u"Cœurs=—"_s, u"Mémoire=—"_s, u"Stockage=—"_s, u"macOS=—"_s, u"Année=—"_s,
                    u"Modèle=—"_s };
-        QTest::newRow("only external volumes: the first")
-            << machine() << QList { volume(u"T7"_s, 500.1e9, false), volume(u"Sauvegarde"_s, 2e12, false) }
-            << QList<InfoRow>()
-            << QStringList { u"Puce=Apple M1 Max"_s, u"Cœurs=10 (8P + 2E)"_s, u"Mémoire=32 Go"_s,
-                   u"Stockage="_s + ByteFormat::string(500.1e9), u"macOS=15.1 (24B83)"_s, u"Année=—"_s,
-                   u"Modèle=Mac13,1"_s };
     }
 
     void configurationFigures()
