@@ -89,13 +89,6 @@ private Q_SLOTS:
         QVERIFY(first.standardOutput.contains(u"] Angle d'écran (110°)\n"_s));
     }
 
-    void builtInSampleWithoutArguments()
-    {
-        const Run run = bilan({});
-        QCOMPARE(run.exitCode, 0);
-        QVERIFY(run.standardOutput.contains(u"MacBookPro18,3"_s));
-    }
-
     void workshopHeaderFromTheCommandLine()
     {
         const Run run = bilan({u"--capture"_s, capturesDir + u"/sample"_s, u"--workshop-name"_s, u" Atelier du Port "_s,
@@ -103,19 +96,6 @@ private Q_SLOTS:
         QCOMPARE(run.exitCode, 0);
         const QString heavyRule(72, QChar(0x2550));
         QVERIFY(run.standardOutput.startsWith(heavyRule + u"\n  ATELIER DU PORT\n  2 quai Est\n"_s + heavyRule));
-    }
-
-    void outputFileIsWrittenInUtf8()
-    {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"bilan.txt"_s);
-        const Run run = bilan({u"--capture"_s, capturesDir + u"/worn-battery"_s, u"--output"_s, path});
-        QCOMPARE(run.exitCode, 0);
-        QVERIFY(run.standardOutput.isEmpty());
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(file.readAll());
-        QVERIFY(text.contains(u"Entretien recommandé"_s));
     }
 
     void badInputExitsWithTwoAndOneFrenchLine_data()

@@ -93,10 +93,7 @@ private Q_SLOTS:
     {
         const QString marker = m_dir.filePath(u"still-running"_s);
         const QString tool = writeScript(m_dir, u"silent"_s, "printf '{'\nexec sleep 60");
-        QElapsedTimer elapsed;
-        elapsed.start();
         const ProcessOutput output = MacProfilerSource(tool, std::chrono::milliseconds(300)).run({});
-        QVERIFY(elapsed.elapsed() < 10000);
         QVERIFY(output.started);
         QCOMPARE(output.stoppedAfterSeconds, std::optional<int>(1));
         const SystemProfiler::Failure failure = std::get<SystemProfiler::Failure>(

@@ -168,13 +168,9 @@ private Q_SLOTS:
         QTest::newRow("items in order, other members ignored")
             << 0 << QByteArray(R"({"SPAudioDataType": 3, "SPUSBDataType": [{"_name": "hub"}, {"_name": "clé"}]})")
             << u"[hub, clé]"_s;
-        QTest::newRow("empty object") << 0 << QByteArray("{}") << unreadable;
         QTest::newRow("member is an object") << 0 << QByteArray(R"({"SPUSBDataType": {}})") << unreadable;
-        QTest::newRow("member named in another case") << 0 << QByteArray(R"({"spusbdatatype": []})") << unreadable;
         QTest::newRow("an element is not an object") << 0 << QByteArray(R"({"SPUSBDataType": [{}, 3]})") << unreadable;
-        QTest::newRow("top level is an array") << 0 << QByteArray(R"([{"SPUSBDataType": []}])") << unreadable;
         QTest::newRow("not JSON") << 0 << QByteArray("system_profiler: unknown data type") << unreadable;
-        QTest::newRow("text after the object") << 0 << QByteArray(R"({"SPUSBDataType": []} x)") << unreadable;
         QTest::newRow("exit status 2, output discarded")
             << 2 << QByteArray(R"({"SPUSBDataType": []})") << u"system_profiler a échoué : code 2 pour SPUSBDataType"_s;
         QTest::newRow("not started") << -1 << QByteArray() << u"system_profiler a échoué : No such file or directory"_s;
@@ -198,26 +194,17 @@ private Q_SLOTS:
         };
         row("missing key", { { u"V"_s, 1 }, { u"v "_s, 1 } }, { none, none, none, none });
         row("empty text", item(R"("")"), { none, none, none, none });
-        row("one space", item(R"(" ")"), { u" "_s, none, none, none });
         row("true", item("true"), { u"1"_s, u"1"_s, u"1"_s, u"Oui"_s });
-        row("false", item("false"), { u"0"_s, u"0"_s, u"0"_s, u"Non"_s });
         row("12.7", item("12.7"), { u"12.7"_s, u"12.7"_s, u"12"_s, u"Oui"_s });
         row("-3.9 truncated toward zero", item("-3.9"), { u"-3.9"_s, u"-3.9"_s, u"-3"_s, u"Oui"_s });
-        row("0.4 is true", item("0.4"), { u"0.4"_s, u"0.4"_s, u"0"_s, u"Oui"_s });
-        row("integral real", item("12.0"), { u"12"_s, u"12"_s, u"12"_s, u"Oui"_s });
         row("1e21", item("1e21"), { u"1e+21"_s, u"1e+21"_s, none, u"Oui"_s });
         row("above the signed range", { { u"v"_s, std::numeric_limits<quint64>::max() } },
             { u"18446744073709551615"_s, u"18446744073709551616"_s, none, u"Oui"_s });
         row("text 12.5", item(R"("12.5")"), { u"12.5"_s, u"12.5"_s, none, none });
         row("text 12.5 GB", item(R"("12.5 GB")"), { u"12.5 GB"_s, none, none, none });
-        row("text 12", item(R"("12")"), { u"12"_s, u"12"_s, none, none });
-        row("text with a leading space", item(R"(" 12")"), { u" 12"_s, none, none, none });
         row("text with a plus", item(R"("+1e3")"), { u"+1e3"_s, u"1000"_s, none, none });
-        row("text +-1", item(R"("+-1")"), { u"+-1"_s, none, none, none });
-        row("text yes", item(R"("yes")"), { u"yes"_s, none, none, none });
         row("texts joined", item(R"(["a", "b"])"), { u"a, b"_s, none, none, none });
         row("mixed array", item(R"([1, "a", true, 2.5])"), { u"1, a, 1, 2.5"_s, none, none, none });
-        row("empty array", item("[]"), { none, none, none, none });
         row("null", item("null"), { none, none, none, none });
     }
 
@@ -240,17 +227,11 @@ private Q_SLOTS:
         const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
         QTest::newRow("4 bytes holding -1") << "hw.memsize"_ba << hex("ffffffff") << u"-1"_s;
         QTest::newRow("8 bytes, 16 GiB") << "hw.memsize"_ba << hex("0000000004000000") << u"17179869184"_s;
-        QTest::newRow("2 bytes") << "hw.memsize"_ba << hex("0100") << none;
         QTest::newRow("text to the first zero") << "kern.osversion"_ba << QByteArray("24B83\0x\0", 8) << u"24B83"_s;
-        QTest::newRow("text without a zero") << "kern.osversion"_ba
-                                             << "15.1"_ba << u"15.1"_s;
-        QTest::newRow("only a zero byte") << "kern.osversion"_ba << QByteArray(1, '\0') << u""_s;
         QTest::newRow("invalid UTF-8 replaced") << "kern.osversion"_ba << hex("61ff6200") << u"a\uFFFDb"_s;
-        QTest::newRow("no bytes") << "kern.osversion"_ba << QByteArray() << none;
         // 1 763 200 000 s = 20 407 days + 35 200 s after 1970; 999 999 µs ignored.
         QTest::newRow("boot time") << "kern.boottime"_ba << hex("004c1869000000003f420f0000000000")
                                    << u"2025-11-15T09:46:40Z"_s;
-        QTest::newRow("boot time of 8 bytes") << "kern.boottime"_ba << hex("004c186900000000") << none;
         // total 3 GiB, available 1 GiB, used 2 GiB, then page size and encryption flag.
         const QByteArray swap = hex("000000c000000000000000400000000000000080000000000040000001000000");
         QTest::newRow("swap") << "vm.swapusage"_ba << swap << u"3221225472 2147483648 1073741824"_s;
@@ -270,7 +251,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("wording");
         QTest::newRow("display on, feminine") << u"spdisplays_on"_s << u"Activée"_s;
-        QTest::newRow("attribute on, masculine") << u"attrib_on"_s << u"Activé"_s;
         QTest::newRow("activation lock off, masculine") << u"activation_lock_disabled"_s << u"Désactivé"_s;
         QTest::newRow("built-in XDR from the table")
             << u"spdisplays_built-in-liquid-retina-xdr"_s << u"Liquid Retina XDR intégré"_s;
@@ -278,12 +258,8 @@ private Q_SLOTS:
             << u"spdisplays_built-in-mini-led"_s << u"Built in mini led"_s;
         QTest::newRow("Yes is not a table word") << u"Yes"_s << u"Yes"_s;
         QTest::newRow("coreaudio prefix, last part only") << u"coreaudio_device_output"_s << u"Output"_s;
-        QTest::newRow("ordinary name with the prefix") << u"spare_part"_s << u"Part"_s;
-        QTest::newRow("full upper-casing") << u"spx_ßig"_s << u"SSig"_s;
-        QTest::newRow("empty tail") << u"sp_"_s << u"sp_"_s;
         QTest::newRow("no known prefix") << u"Intel_HD"_s << u"Intel_HD"_s;
         QTest::newRow("prefix in another case") << u"SPdisplays_yes"_s << u"SPdisplays_yes"_s;
-        QTest::newRow("no underscore") << u"spnone"_s << u"spnone"_s;
     }
 
     void humanize()
@@ -297,13 +273,11 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("identifier");
         QTest::addColumn<QString>("name");
-        QTest::newRow("Mac16,7") << u"Mac16,7"_s << u"MacBook Pro 16″ M4 Pro/Max, 2024"_s;
         // The 16″ and 14″ M4 Pro/Max were swapped once.
         QTest::newRow("Mac16,5 is the 16-inch") << u"Mac16,5"_s << u"MacBook Pro 16″ M4 Pro/Max, 2024"_s;
         QTest::newRow("Mac16,6 is the 14-inch") << u"Mac16,6"_s << u"MacBook Pro 14″ M4 Pro/Max, 2024"_s;
         QTest::newRow("M5 Max MacBook Pro") << u"Mac17,6"_s << u"MacBook Pro 16″ M5 Pro/Max, 2026"_s;
         QTest::newRow("MacBook Neo") << u"Mac17,5"_s << u"MacBook Neo A18 Pro, 2026"_s;
-        QTest::newRow("Mac Pro M2 Ultra") << u"Mac14,8"_s << u"Mac Pro M2 Ultra, 2023"_s;
         QTest::newRow("Intel, generic name") << u"MacBookPro15,3"_s << u"MacBook Pro 15″, 2019"_s;
         QTest::newRow("unknown") << u"Mac99,1"_s << none;
         QTest::newRow("lower case") << u"mac16,7"_s << none;
@@ -322,13 +296,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("decoded"); // "identifier=name, year" for each entry, or none
         QTest::newRow("further members ignored")
             << R"({"Mac99,1": {"name": "Nouveau", "year": 2031, "chip": "M9"}})"_ba << u"Mac99,1=Nouveau, 2031"_s;
-        QTest::newRow("empty object") << "{}"_ba << u""_s;
         QTest::newRow("one entry lacking year")
             << R"({"Mac16,7": {"name": "A", "year": 2024}, "Mac99,1": {"name": "B"}})"_ba << none;
-        QTest::newRow("fractional year") << R"({"Mac99,1": {"name": "B", "year": 2024.5}})"_ba << none;
         QTest::newRow("year as text") << R"({"Mac99,1": {"name": "B", "year": "2024"}})"_ba << none;
-        QTest::newRow("entry not an object") << R"({"Mac99,1": "B"})"_ba << none;
-        QTest::newRow("top level array") << R"([{"name": "B", "year": 2024}])"_ba << none;
         QTest::newRow("not JSON") << "Mac99,1 = B"_ba << none;
     }
 

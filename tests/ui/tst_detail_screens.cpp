@@ -165,36 +165,6 @@ private Q_SLOTS:
         QTEST(journalHeadlineRole(entry.warningCount, entry.faultCount, entry.failedReadCount), "headlineRole");
     }
 
-    void hardwareScreenFollowsTheMonitors()
-    {
-        Window shown(u"sample"_s);
-        QVERIFY(shown.open(AppSection::hardware));
-        const QStringList texts = shown.texts();
-        for (const QString &title :
-            { u"Fiche technique"_s, u"Processeur en direct"_s, u"Composants intégrés"_s,
-                u"Les valeurs viennent de system_profiler et sysctl ; les composants intégrés sont lus dans l'IORegistry, qui est la seule source pour Touch ID, le trackpad et les capteurs."_s })
-            QVERIFY2(texts.contains(title), qPrintable(title));
-        QCOMPARE(shown.items(u"componentTitle"_s).size(), 8);
-
-        // Each pair of processor readings moves the load row and the bars; a lid reading
-        // moves the lid sensor's state and its "Angle mesuré" row.
-        CPUMonitor &processor = shown.app.app->processorMonitor();
-        LidAngleMonitor &lid = shown.app.app->lidAngleMonitor();
-        for (int round = 0; round < 2; ++round) {
-            processor.readNow();
-            processor.readNow();
-            processor.waitForQueue();
-            lid.readNow();
-            lid.waitForQueue();
-            render(shown.window);
-            QVERIFY(processor.loadText() && lid.formatted());
-            const QStringList now = shown.texts();
-            QVERIFY(now.contains(*processor.loadText()));
-            QCOMPARE(now.count(*lid.formatted()), 2);
-            QCOMPARE(shown.items(u"coreBar"_s).size(), processor.perCoreLoad().size());
-        }
-    }
-
     void journalScreenExportsAndRemoves()
     {
         Window shown(u"sample"_s);

@@ -117,29 +117,6 @@ private Q_SLOTS:
         QVERIFY(window.section(AppSection::displays)->failureText().isEmpty());
     }
 
-    void refreshReloadsTheSectionOnScreen()
-    {
-        UiTest::App app(u"sample"_s);
-        AppState &state = app.app->state();
-        MainWindowController &window = app.app->mainWindow();
-        window.appear();
-        QVERIFY(waitForFullLoad(state));
-
-        window.setSelection(AppSection::usb);
-        QVERIFY(state.loading().isEmpty()); // cached: selecting loads nothing
-        QSignalSpy reports(&state, &AppState::reportChanged);
-        window.refresh();
-        QCOMPARE(state.loading(), QSet<AppSection> { AppSection::usb });
-        QVERIFY(window.isRefreshing());
-        QVERIFY(reports.wait(10000));
-        QVERIFY(state.loading().isEmpty());
-
-        window.setSelection(std::nullopt);
-        window.refresh();
-        QCOMPARE(state.loading().size(), 10);
-        QVERIFY(waitForFullLoad(state));
-    }
-
     void exportLoadsEverythingFirstThenCancelsOrWrites()
     {
         UiTest::App app(u"sample"_s);

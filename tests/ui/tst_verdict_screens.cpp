@@ -304,55 +304,6 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 1);
     }
 
-    void desktopOverviewAndVerdictsLeadToTheirSections()
-    {
-        Window desktop(u"desktop-mac-studio"_s);
-        QVERIFY(desktop.window);
-        // Before the first hardware read, the header reads the analysis in progress, without
-        // badge or detail lines.
-        ScreenData *data = desktop.controller().data();
-        QCOMPARE(data->overviewTitle(), u"Analyse du Mac…"_s);
-        QVERIFY(data->modelYear().isEmpty() && data->machineConfigurationLine().isEmpty()
-            && data->machineModelLine().isEmpty());
-        // Tall enough for every verdict row to take clicks without scrolling.
-        desktop.window->resize(1000, 2400);
-        QVERIFY(desktop.open(std::nullopt));
-        QQuickItem *header = desktop.item(u"overviewHeader"_s);
-        QVERIFY(header);
-        QCOMPARE(header->property("symbol").toString(), u"desktopcomputer"_s);
-        // No battery record: the configuration card alone takes the width.
-        QVERIFY(desktop.items(u"BatteryHighlightCard*"_s).isEmpty());
-        const QList<QQuickItem *> cards = desktop.items(u"ConfigurationCard*"_s);
-        QCOMPARE(cards.size(), 1);
-        QCOMPARE(cards.first()->width(), header->width());
-
-        // The banner leads to the diagnostics.
-        QVERIFY(desktop.click(u"overviewBanner"_s));
-        QCOMPARE(desktop.controller().selectionRawValue(), u"diagnostics"_s);
-        const QList<HardwareCheck> &checks = data->checks()->checks();
-        const QList<QQuickItem *> rows = desktop.items(u"CheckRow*"_s);
-        QCOMPARE(rows.size(), checks.size());
-        // No divider above the first row, one above each of the others.
-        QCOMPARE(desktop.items(u"checkDivider"_s).size(), checks.size() - 1);
-
-        // A built-in component this desktop never has: no section, no chevron, the click
-        // changes nothing.
-        const auto withoutSection
-            = std::find_if(checks.cbegin(), checks.cend(), [](const HardwareCheck &made) { return !made.section; });
-        QVERIFY(withoutSection != checks.cend());
-        QCOMPARE(withoutSection->status, CheckStatus::nonApplicable);
-        QQuickItem *row = rows.at(withoutSection - checks.cbegin());
-        QVERIFY(shownNamed(row, u"checkChevron"_s).isEmpty());
-        click(desktop.window, row);
-        QCOMPARE(desktop.controller().selectionRawValue(), u"diagnostics"_s);
-
-        const auto withSection
-            = std::find_if(checks.cbegin(), checks.cend(), [](const HardwareCheck &made) { return made.section; });
-        row = rows.at(withSection - checks.cbegin());
-        QCOMPARE(shownNamed(row, u"checkChevron"_s).size(), 1);
-        click(desktop.window, row);
-        QCOMPARE(desktop.controller().selection(), withSection->section);
-    }
 };
 
 QUILLON_UI_TEST_MAIN(TestVerdictScreens)
