@@ -101,10 +101,6 @@ private Q_SLOTS:
             << u"attention | 1500 cycles : la batterie a dépassé la durée de vie prévue par Apple. | 85 % | 0.85 | 1500 cycles"_s;
         QTest::newRow("battery: condition to check") << batteryCheck(battery(85, 400, 1000, 30, worn))
             << u"attention | macOS signale : Entretien recommandé (400 cycles). | 85 % | 0.85 | 400 cycles"_s;
-        QTest::newRow("battery: healthy condition") << batteryCheck(battery(95, 12, 1000, 30, u"Normale"_s))
-            << u"ok | Capacité maximale à 95 % de l'origine (12 cycles, charge 30 %). | 95 % | 0.95 | 12 cycles"_s;
-        QTest::newRow("battery: placeholders in the condition") << batteryCheck(battery({}, 50, 1000, 77, u"%1 et %2"_s))
-            << u"attention | macOS signale : %1 et %2 (50 cycles). | 77 % | 0.77 | 50 cycles"_s;
         QTest::newRow("battery: nothing known, charging at 54 %") << batteryCheck(battery({}, {}, {}, 54, {}, true))
             << u"ok | Batterie détectée, cycles inconnus, charge 54 %. | 54 % | 0.54 | -"_s;
 
@@ -116,16 +112,10 @@ private Q_SLOTS:
             << u"attention | Rempli à 90 %, il ne reste que 100\u00A0Go. | 1\u00A0To | 0.9 | -"_s;
         QTest::newRow("storage: 89.99 % full rounds to 90 but stays correct") << storage(volume(u"Clé"_s, 1e12, 1.001e11))
             << u"ok | 100,1\u00A0Go disponibles (90 % utilisés). | 1\u00A0To | 0.8999 | -"_s;
-        QTest::newRow("storage: 12.5 % used rounds away from zero") << storage(volume(u"Clé"_s, 8e9, 7e9))
-            << u"ok | 7\u00A0Go disponibles (13 % utilisés). | 8\u00A0Go | 0.125 | -"_s;
-        QTest::newRow("storage: more free space than capacity") << storage(volume(u"NAS"_s, 1e12, 2e12))
-            << u"ok | 2\u00A0To disponibles (0 % utilisés). | 1\u00A0To | 0 | -"_s;
         QTest::newRow("storage: S.M.A.R.T. failing beats full") << storage(volume(u"HD"_s, 1e12, 1e10, true, u"Failing"_s, false))
             << u"alerte | État S.M.A.R.T. : Failing — sauvegarde immédiate conseillée. | 1\u00A0To | 0.99 | -"_s;
         QTest::newRow("storage: not verified, no status") << storage(volume(u"HD"_s, 1e12, 5e11, true, {}, false))
             << u"alerte | État S.M.A.R.T. : ? — sauvegarde immédiate conseillée. | 1\u00A0To | 0.5 | -"_s;
-        QTest::newRow("storage: a status without verdict is verified") << storage(volume(u"HD"_s, 1e12, 5e11, true, u"Vérifié"_s))
-            << u"ok | 500\u00A0Go disponibles (50 % utilisés), S.M.A.R.T. vérifié. | 1\u00A0To | 0.5 | -"_s;
 
         // The drive's own wear: 80 % of its rated endurance and a spare under its threshold are
         // to watch; 95 %, a critical warning or a media error is a fault, before a full volume.
@@ -143,8 +133,6 @@ private Q_SLOTS:
             << u"alerte | SSD usé : alerte critique du contrôleur (0x04), 1 erreur de support — sauvegarde et remplacement à prévoir. | 1\u00A0To | 0.5 | -"_s;
         StorageVolume unreadable = onWornDrive(99);
         unreadable.wear->unreadable = u"lecture refusée"_s;
-        QTest::newRow("wear: an unreadable log judges nothing") << storage(unreadable)
-            << u"ok | 500\u00A0Go disponibles (50 % utilisés), usure illisible — lecture refusée. | 1\u00A0To | 0.5 | -"_s;
 
         QTest::newRow("memory: swap unreadable") << memory(true, {}) << u"info | 16 GB de mémoire vive. | 16 GB"_s;
         QTest::newRow("memory: no hardware, no swap") << memory(false, 0) << u"ok | — de RAM, Zéro\u00A0Ko d'échange sur disque. | —"_s;
@@ -152,12 +140,9 @@ private Q_SLOTS:
             << u"ok | 16 GB de RAM, 8,59\u00A0Go d'échange sur disque. | 16 GB"_s;
         QTest::newRow("memory: one byte more") << memory(true, 8589934593)
             << u"attention | 16 GB de RAM mais 8,59\u00A0Go d'échange sur disque — la machine manque de mémoire. | 16 GB"_s;
-        QTest::newRow("memory: installed unreadable") << memory(true, 50000000000, {})
-            << u"ok | 16 GB de RAM, 50\u00A0Go d'échange sur disque. | 16 GB"_s;
 
         QTest::newRow("processor: chip and cores") << processorCheck(machine())
             << u"info | Apple M1 Pro — 10 cœurs — 8 performance + 2 efficacité · charge mesurée en continu. | -"_s;
-        QTest::newRow("processor: no hardware") << processorCheck(machine(false)) << u"info |  · charge mesurée en continu. | -"_s;
 
         QTest::newRow("thermal: nominal with SMC") << thermal(ThermalState::nominal)
             << u"ok | Température de fonctionnement normale, contrôleur SMC actif. | Normale"_s;
@@ -165,14 +150,12 @@ private Q_SLOTS:
             << u"ok | Légère montée en température, sans conséquence. | Correcte"_s;
         QTest::newRow("thermal: critical") << thermal(ThermalState::critical, false)
             << u"alerte | Température critique : la machine se protège en bridant fortement le processeur. | Critique"_s;
-        QTest::newRow("thermal: unknown") << thermal(ThermalState::unknown) << u"info | État thermique inconnu. | Inconnue"_s;
 
         const QString up = u"ok | macOS 15.1 (24B83) — allumé depuis 3 j 4 h. | 3 j 4 h"_s;
         const QString restart = u" jours, un redémarrage est conseillé. | 3 j 4 h"_s;
         QTest::newRow("system: no hardware") << upFor(0, false) << u"info | Informations système indisponibles. | -"_s;
         QTest::newRow("system: one second short of 30 days") << upFor(2591999) << up;
         QTest::newRow("system: exactly 30 days") << upFor(2592000) << u"attention | macOS 15.1 (24B83) — allumé depuis 30"_s + restart;
-        QTest::newRow("system: boot time unreadable") << upFor({}) << up;
     }
 
     void verdicts()

@@ -140,17 +140,12 @@ private Q_SLOTS:
         QTest::newRow("all three empty") << QStringList{QString(), QString(), QString()} << QStringList();
         QTest::newRow("name of spaces only hides everything")
             << QStringList{u"   "_s, u"01 23 45 67 89"_s, u"3 quai"_s} << QStringList();
-        QTest::newRow("name only: no details") << QStringList{u"Atelier du Port"_s, QString(), QString()}
-                                               << QStringList{u"  ATELIER DU PORT"_s};
         QTest::newRow("line break, spaces and no-break spaces trimmed")
             << QStringList{u"\n\u00A0Atelier du Port\u202F "_s, u"\u00A001 23 45 67 89"_s, QString()}
             << QStringList{u"  ATELIER DU PORT"_s, u"  01 23 45 67 89"_s};
         QTest::newRow("phone of spaces only: address alone")
             << QStringList{u"Atelier"_s, u"    "_s, u" 3 quai des Brumes  "_s}
             << QStringList{u"  ATELIER"_s, u"  3 quai des Brumes"_s};
-        QTest::newRow("phone then address")
-            << QStringList{u"Atelier"_s, u" 01 23 45 67 89"_s, u"3 quai des Brumes\n"_s}
-            << QStringList{u"  ATELIER"_s, u"  01 23 45 67 89 \u00B7 3 quai des Brumes"_s};
     }
 
     void workshopHeader()

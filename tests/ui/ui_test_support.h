@@ -116,18 +116,6 @@ inline QStringList shownTexts(QQuickItem *root)
     return texts;
 }
 
-// The image sources of the symbols shown under `root` ("image://symbol/<colour>/<name>").
-inline QStringList shownSymbols(QQuickItem *root)
-{
-    QStringList sources;
-    for (QQuickItem *item : shownItems(root)) {
-        const QString source = item->property("source").toUrl().toString();
-        if (source.startsWith(QStringLiteral("image://symbol/")))
-            sources.append(source);
-    }
-    return sources;
-}
-
 // Polishes and draws the window a few times, so that layouts and loaders are up to date.
 inline void render(QQuickWindow *window)
 {
