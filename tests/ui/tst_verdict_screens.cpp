@@ -124,9 +124,6 @@ private Q_SLOTS:
         QTest::newRow("processor load with its fraction")
             << check(u"Processeur"_s, CheckStatus::ok, u"10 cœurs"_s, LiveMetric::processorLoad) << someLive
             << std::optional(u"37 %"_s) << std::optional(0.37);
-        QTest::newRow("temperature: no live gauge")
-            << check(u"Température"_s, CheckStatus::ok, u"Nominal"_s, LiveMetric::processorTemperature) << someLive
-            << std::optional(u"52 °C"_s) << std::optional<double>();
         QTest::newRow("not tied to a reading") << check(u"Mémoire"_s, CheckStatus::ok, u"32 Go"_s) << someLive
                                                << std::optional(u"32 Go"_s) << std::optional<double>();
     }
@@ -197,9 +194,6 @@ private Q_SLOTS:
             << battery(85, false, 90, true) << none << u"green"_s << u"orange"_s << true;
         QTest::newRow("unknown health: the caller's colour; 20 % unplugged")
             << battery(std::nullopt, true, 20, false) << none << u"accent"_s << u"green"_s << false;
-        QTest::newRow("live charge 19 % unplugged over a full record")
-            << battery(90, true, 100, true) << std::optional(snapshot(19, false, false)) << u"green"_s << u"red"_s
-            << false;
     }
 
     void batteryColours()
@@ -223,7 +217,6 @@ private Q_SLOTS:
         QTest::newRow("charging") << charging << none << u"battery.100.bolt"_s;
         QTest::newRow("live reading first") << charging << std::optional(snapshot(30, false, false)) << u"battery.25"_s;
         QTest::newRow("95") << battery(90, true, 95, false) << none << u"battery.100"_s;
-        QTest::newRow("69") << battery(90, true, 69, false) << none << u"battery.50"_s;
         QTest::newRow("39") << battery(90, true, 39, false) << none << u"battery.25"_s;
         QTest::newRow("14") << battery(90, true, 14, false) << none << u"battery.0"_s;
     }
@@ -253,10 +246,6 @@ private Q_SLOTS:
             << QStringList { u"Puce=Apple M1 Max"_s, u"Cœurs=10 (8P + 2E)"_s, u"Mémoire=32 Go"_s,
                    u"Stockage="_s + ByteFormat::string(994.66e9), u"Écran=5120 x 2880"_s, u"macOS=15.1 (24B83)"_s,
                    u"Année=2022"_s, u"Modèle=Mac13,1"_s, u"Série=H4X9K2LQ7P"_s };
-        QTest::newRow("no volume, no resolution, no year, no serial")
-            << machine() << QList<StorageVolume>() << QList { InfoRow(u"Résolution"_s, u"5120 x 2880"_s) }
-            << QStringList { u"Puce=Apple M1 Max"_s, u"Cœurs=10 (8P + 2E)"_s, u"Mémoire=32 Go"_s, u"Stockage=—"_s,
-                   u"macOS=15.1 (24B83)"_s, u"Année=—"_s, u"Modèle=Mac13,1"_s };
         QTest::newRow("system, chip and model unknown") << HardwareInfo() << QList<StorageVolume>() << QList<InfoRow>()
             << QStringList { u"Puce=—"_s, u"Cœurs=—"_s, u"Mémoire=—"_s, u"Stockage=—"_s, u"macOS=—"_s, u"Année=—"_s,
                    u"Modèle=—"_s };
