@@ -1,6 +1,6 @@
 #include "common/test_main.h"
 
-#include "common/silent_platform.h"
+#include "common/fake_mac.h"
 #include "platform/macos/mac_profiler_source.h"
 #include "records/history.h"
 #include "records/report_builder.h"
@@ -108,7 +108,7 @@ private Q_SLOTS:
         const QString tool = writeScript(m_dir, u"profiler"_s,
                                          "[ \"$2\" = SPBluetoothDataType ] && exec sleep 60\n"
                                          "cat \"" + sample.toUtf8() + "/$2.json\"");
-        AppState state(SilentPlatform::with(std::make_shared<MacProfilerSource>(tool, std::chrono::milliseconds(1500))));
+        AppState state(silentPlatform(std::make_shared<MacProfilerSource>(tool, std::chrono::milliseconds(1500))));
         bool loaded = false;
         state.loadEverything(false, [&loaded] { loaded = true; });
         QTRY_VERIFY_WITH_TIMEOUT(loaded, 20000);
@@ -122,7 +122,7 @@ private Q_SLOTS:
         contents.report = state.report();
         const QString text = ReportBuilder::build(contents, ReportStamp::ofThisApplication(QDateTime::currentDateTimeUtc()));
         QVERIFY(text.contains(u"\nLecture impossible : Bluetooth — system_profiler ne répond pas après 2 s pour SPBluetoothDataType\n"_s));
-        History journal(SilentPlatform::with(nullptr).clock, m_dir.filePath(u"journal"_s));
+        History journal(silentPlatform(nullptr).clock, m_dir.filePath(u"journal"_s));
         journal.record(state.hardware(), state.battery(), state.volumes(), state.report());
         QCOMPARE(journal.count(), 1);
     }

@@ -1,4 +1,4 @@
-#include "common/silent_platform.h"
+#include "common/fake_mac.h"
 #include "common/test_main.h"
 
 #include "cli/bilan_run.h"
@@ -101,7 +101,7 @@ private Q_SLOTS:
     void endingTheStateEndsRunsThatNeverAnswer()
     {
         auto profiler = std::make_shared<NeverAnsweringProfiler>();
-        auto state = std::make_unique<AppState>(SilentPlatform::with(profiler));
+        auto state = std::make_unique<AppState>(silentPlatform(profiler));
         bool finished = false;
         state->loadEverything(false, [&finished] { finished = true; });
         QVERIFY(profiler->waitForWaitingRuns(runsOfAFullLoad));
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QTextStream outputStream(&output);
         QTextStream errorStream(&errors);
 
-        const int status = runBilan(options, SilentPlatform::with(profiler), outputStream, errorStream);
+        const int status = runBilan(options, silentPlatform(profiler), outputStream, errorStream);
         sender.join();
 
         QCOMPARE(status, exitStatus);

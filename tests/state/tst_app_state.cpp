@@ -1,4 +1,4 @@
-#include "common/silent_platform.h"
+#include "common/fake_mac.h"
 #include "common/test_main.h"
 
 #include "platform/capture/capture_platform.h"
@@ -14,7 +14,7 @@ namespace {
 
 // A profiler that answers every data type with an empty list, counts its runs, can fail
 // chosen data types and can hold a data type's runs until the test releases them.
-class FakeProfiler final : public ProfilerSource
+class GatedProfiler final : public ProfilerSource
 {
 public:
     ProcessOutput run(const QStringList &arguments) const override
@@ -46,35 +46,6 @@ public:
     QSet<QString> failing;
 };
 
-class CountingRegistry final : public RegistrySource
-{
-public:
-    QList<PropertyDictionary> servicesOfClass(const QString &className) const override
-    {
-        QMutexLocker lock(&mutex);
-        ++lookups[className];
-        return {};
-    }
-    QList<PropertyDictionary> servicesNamed(const QString &) const override { return {}; }
-
-    int lookupCount(const QString &className) const
-    {
-        QMutexLocker lock(&mutex);
-        return lookups.value(className);
-    }
-
-    mutable QMutex mutex;
-    mutable QHash<QString, int> lookups;
-};
-
-class PlainProcess final : public ProcessInformation
-{
-public:
-    QString hostName() const override { return u"atelier.local"_s; }
-    QString operatingSystemVersion() const override { return {}; }
-    ThermalState thermalState() const override { return ThermalState::nominal; }
-};
-
 const QStringList allDataTypes { u"SPHardwareDataType"_s, u"SPSoftwareDataType"_s, u"SPPowerDataType"_s,
     u"SPStorageDataType"_s, u"SPDisplaysDataType"_s, u"SPUSBDataType"_s, u"SPThunderboltDataType"_s,
     u"SPBluetoothDataType"_s, u"SPNetworkDataType"_s, u"SPAudioDataType"_s, u"SPCameraDataType"_s };
@@ -85,21 +56,22 @@ class TestAppState : public QObject
 {
     Q_OBJECT
 
-    std::shared_ptr<FakeProfiler> m_profiler;
-    std::shared_ptr<CountingRegistry> m_registry;
+    std::shared_ptr<GatedProfiler> m_profiler;
+    std::shared_ptr<FakeRegistry> m_registry;
 
     Platform fakePlatform()
     {
-        m_profiler = std::make_shared<FakeProfiler>();
-        m_registry = std::make_shared<CountingRegistry>();
-        Platform platform;
-        platform.profiler = m_profiler;
+        m_profiler = std::make_shared<GatedProfiler>();
+        m_registry = std::make_shared<FakeRegistry>();
+        Platform platform = silentPlatform(m_profiler);
         platform.registry = m_registry;
-        platform.kernel = std::make_shared<SilentPlatform::NoKernel>();
-        platform.powerSources = std::make_shared<SilentPlatform::NoPowerSources>();
-        platform.process = std::make_shared<PlainProcess>();
-        platform.clock = std::make_shared<SilentPlatform::FixedClock>();
         return platform;
+    }
+
+    int batteryLookups() const
+    {
+        QMutexLocker lock(&m_registry->mutex);
+        return int(m_registry->classesAsked.count(u"AppleSmartBattery"_s));
     }
 
     static void loadAndWait(AppState &state, AppSection section, bool force)
@@ -123,7 +95,7 @@ private Q_SLOTS:
         for (const QString &type : allDataTypes)
             QCOMPARE(m_profiler->runCount(type), type == u"SPPowerDataType"_s ? 0 : 1);
         // Without a smart battery the battery collector stops before asking the profiler.
-        QCOMPARE(m_registry->lookupCount(u"AppleSmartBattery"_s) > 0, true);
+        QVERIFY(batteryLookups() > 0);
         QVERIFY(state.hardware());
         QVERIFY(state.report());
         QCOMPARE(state.inventory().size(), 7);
@@ -134,21 +106,21 @@ private Q_SLOTS:
         QCOMPARE(events.count(u"report"_s), 1);
         QCOMPARE(events.last(), u"stamp"_s);
         QCOMPARE(events.indexOf(u"report"_s), events.size() - 2);
-        QCOMPARE(state.lastRefresh(), SilentPlatform::FixedClock().now());
+        QCOMPARE(state.lastRefresh(), QDateTime(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC));
     }
 
     void cachedSectionsAreNotLoadedAgain()
     {
         AppState state(fakePlatform());
         loadAndWait(state, AppSection::battery, false);
-        const int batteryLookups = m_registry->lookupCount(u"AppleSmartBattery"_s);
-        QVERIFY(batteryLookups > 0);
+        const int lookups = batteryLookups();
+        QVERIFY(lookups > 0);
         QVERIFY(state.isCached(AppSection::battery));
 
         // A desktop without a battery has answered once: selecting the section again loads nothing.
         QSignalSpy loadingChanges(&state, &AppState::loadingChanged);
         loadAndWait(state, AppSection::battery, false);
-        QCOMPARE(m_registry->lookupCount(u"AppleSmartBattery"_s), batteryLookups);
+        QCOMPARE(batteryLookups(), lookups);
         QCOMPARE(loadingChanges.count(), 0);
 
         loadAndWait(state, AppSection::usb, false);
