@@ -1,3 +1,4 @@
+#include "common/fake_mac.h"
 #include "common/test_main.h"
 
 #include "collectors/hardware_service.h"
@@ -18,32 +19,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The same answer, whatever the data type asked for.
-class OneAnswerProfiler final : public ProfilerSource
-{
-public:
-    explicit OneAnswerProfiler(QByteArray answer) : m_answer(std::move(answer)) {}
-    ProcessOutput run(const QStringList &) const override { return ProcessOutput{true, {}, 0, m_answer}; }
-
-private:
-    QByteArray m_answer;
-};
-
-// Kernel values written as the members of a capture's kernel.json.
-class JsonKernel final : public KernelSource
-{
-public:
-    explicit JsonKernel(QJsonObject values) : m_values(std::move(values)) {}
-    std::optional<QByteArray> value(const QByteArray &name) const override
-    {
-        const QString key = QString::fromLatin1(name);
-        return m_values.contains(key) ? kernelBytes(name, m_values.value(key)) : std::nullopt;
-    }
-
-private:
-    QJsonObject m_values;
-};
 
 QByteArray contents(const QString &path)
 {
@@ -136,8 +111,9 @@ private Q_SLOTS:
         QFETCH(AppSection, section);
         QFETCH(QString, failure);
         QFETCH(int, count);
-        Platform platform;
-        platform.profiler = std::make_shared<OneAnswerProfiler>(answer);
+        FakeMac mac;
+        mac.profiler->answer(section == AppSection::storage ? u"SPStorageDataType"_s : u"SPAudioDataType"_s, answer);
+        const Platform platform = mac.platform();
         const auto outcome = [](const auto &result) {
             return result.ok() ? std::pair(result.value().size(), QString())
                                : std::pair(qsizetype(0), result.failure().description());
@@ -153,7 +129,7 @@ private Q_SLOTS:
     // 64-bit count became 2^63, outside the range, and stopped the program.
     void largestMemorySizeIsWrittenExactly()
     {
-        const JsonKernel kernel(QJsonObject{{u"hw.memsize"_s, std::numeric_limits<qint64>::max()}});
+        const FakeKernel kernel(R"({"hw.memsize": 9223372036854775807})");
         // 9 223 372 036 854 775 807 bytes are 9 223 372,036… TB.
         QCOMPARE(HardwareService::localizedMemory(std::nullopt, kernel), u"9\u202F223\u202F372,04\u00A0To"_s);
     }
