@@ -1,5 +1,8 @@
 #include "records/history.h"
 
+#include <QFutureWatcher>
+#include <QtConcurrent/QtConcurrentRun>
+
 #include "core/formatting.h"
 
 #include <QDir>
@@ -35,14 +38,65 @@ std::optional<double> journalStorageBytes(const QList<StorageVolume> &volumes)
 
 } // namespace
 
-History::History(std::shared_ptr<const Clock> clock, const QString &directory, QObject *parent)
+History::History(std::shared_ptr<const Clock> clock, const QString &directory, QObject *parent, Reading reading)
     : QAbstractListModel(parent),
       m_clock(std::move(clock)),
       m_store(std::make_unique<JournalStore>(directory.isEmpty() ? defaultDirectory() : directory,
                                              m_clock->now().toLocalTime().date()))
 {
-    m_entries = m_store->entries();
     m_problem = m_store->problem();
+    if (reading == Reading::inBackground && m_problem.isEmpty())
+        startReading();
+    else
+        m_entries = m_store->entries();
+}
+
+void History::startReading()
+{
+    m_reading = true;
+    auto *watcher = new QFutureWatcher<QList<HistoryEntry>>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher] {
+        finishReading(watcher->result());
+        watcher->deleteLater();
+    });
+    watcher->setFuture(QtConcurrent::run([path = m_store->filePath()] { return JournalStore::readEntries(path); }));
+}
+
+// The entries read take their places in the journal's order, each replaced by its new
+// check where the machine was checked again meanwhile; removed ones are left out; the
+// machines checked for the first time meanwhile come first. The list is then the one a new
+// reading of the file would give.
+void History::finishReading(const QList<HistoryEntry> &read)
+{
+    QHash<QUuid, HistoryEntry> recordedMeanwhile;
+    for (const HistoryEntry &entry : std::as_const(m_entries))
+        recordedMeanwhile.insert(entry.id, entry);
+    QSet<QUuid> placed;
+    QList<HistoryEntry> merged;
+    for (const HistoryEntry &entry : read) {
+        QUuid id = entry.id;
+        while (m_replacedWhileReading.contains(id))
+            id = m_replacedWhileReading.value(id);
+        if (m_removedWhileReading.contains(id) || placed.contains(id))
+            continue;
+        placed.insert(id);
+        merged.append(recordedMeanwhile.value(id, entry));
+    }
+    QList<HistoryEntry> firstChecks;
+    for (const HistoryEntry &entry : std::as_const(m_entries)) {
+        if (!placed.contains(entry.id))
+            firstChecks.append(entry);
+    }
+    const int previousCount = count();
+    beginResetModel();
+    m_entries = firstChecks + merged;
+    reselect();
+    endResetModel();
+    m_reading = false;
+    m_removedWhileReading.clear();
+    m_replacedWhileReading.clear();
+    Q_EMIT readingChanged();
+    publishChange(previousCount);
 }
 
 History::~History() = default;
@@ -174,6 +228,8 @@ bool History::record(const std::optional<HardwareInfo> &hardware, const std::opt
         return false;
     }
     setProblem(QString());
+    if (m_reading && recorded.replaced)
+        m_replacedWhileReading.insert(*recorded.replaced, entry.id);
     const int previousCount = count();
     if (!m_filter.isEmpty()) {
         // A search is on: the list is selected again around the new entry.
@@ -236,6 +292,8 @@ void History::removeIds(const QSet<QUuid> &ids)
         return;
     }
     setProblem(QString());
+    if (m_reading)
+        m_removedWhileReading.unite(ids);
     const int previousCount = count();
     beginResetModel();
     m_entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });

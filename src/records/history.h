@@ -10,6 +10,7 @@
 #include "sources/platform.h"
 
 #include <QAbstractListModel>
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -44,6 +45,8 @@ class History : public QAbstractListModel
     Q_PROPERTY(bool showsAll READ showsAll WRITE setShowsAll NOTIFY showsAllChanged)
     // Number of entries the search selects (all of them without one).
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
+    // The entries already recorded are still being read from the journal's file.
+    Q_PROPERTY(bool isReading READ isReading NOTIFY readingChanged)
 
 public:
     enum Role {
@@ -71,9 +74,13 @@ public:
     // A machine checked again within this time replaces its own entry.
     static constexpr qint64 sameCheckMSecs = 3600 * 1000;
 
+    // When the entries already recorded are read: before the constructor returns, or on a
+    // thread of the pool, so that a window shows its first frame without waiting for them.
+    enum class Reading { atOnce, inBackground };
+
     // `clock` gives the date of new entries. An empty `directory` means the default folder.
     explicit History(std::shared_ptr<const Clock> clock, const QString &directory = QString(),
-                     QObject *parent = nullptr);
+                     QObject *parent = nullptr, Reading reading = Reading::atOnce);
     ~History() override;
 
     // The default journal folder: "Quillon" in the user's data folder; empty without a
@@ -96,6 +103,7 @@ public:
     // taken over from the former journal).
     QStringList notes() const;
     bool showsAll() const { return m_showsAll; }
+    bool isReading() const { return m_reading; }
     void setShowsAll(bool showsAll);
 
     // Adds the machine, or replaces the entry of the same machine made less than an hour
@@ -127,8 +135,11 @@ Q_SIGNALS:
     void selectionChanged();
     // Emitted after every change of the entries, once the model signals are out.
     void entriesChanged();
+    void readingChanged();
 
 private:
+    void startReading();
+    void finishReading(const QList<HistoryEntry> &read);
     void publishChange(int previousCount);
     void setProblem(const QString &problem);
     void removeIds(const QSet<QUuid> &ids);
@@ -138,6 +149,11 @@ private:
 
     std::shared_ptr<const Clock> m_clock;
     std::unique_ptr<JournalStore> m_store;
+    // While the recorded entries are read: the entries removed meanwhile, and those replaced
+    // by a new check of the same machine (old identifier to new).
+    bool m_reading = false;
+    QSet<QUuid> m_removedWhileReading;
+    QHash<QUuid, QUuid> m_replacedWhileReading;
     QList<HistoryEntry> m_entries;
     QString m_problem;
     bool m_showsAll = false;

@@ -248,18 +248,44 @@ void JournalStore::importFormerJournal()
     query.exec(u"INSERT OR IGNORE INTO facts (name, value) VALUES ('former journal taken over', '0')"_s);
 }
 
-QList<HistoryEntry> JournalStore::entries() const
+namespace {
+
+QList<HistoryEntry> selectEntries(const QSqlDatabase &database)
 {
     QList<HistoryEntry> found;
-    if (!m_problem.isEmpty())
-        return found;
-    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    QSqlQuery query(database);
     query.setForwardOnly(true);
     if (!query.exec(u"SELECT id, date_ms, model_name, model_identifier, serial, chip, memory, storage_bytes, "
                     "battery_health, battery_cycles, headline, warnings, faults, failed_reads FROM entries ORDER BY seq DESC"_s))
         return found;
     while (query.next())
         found.append(entryFrom(query));
+    return found;
+}
+
+} // namespace
+
+QList<HistoryEntry> JournalStore::entries() const
+{
+    if (!m_problem.isEmpty())
+        return {};
+    return selectEntries(QSqlDatabase::database(m_connection, false));
+}
+
+QList<HistoryEntry> JournalStore::readEntries(const QString &path)
+{
+    static std::atomic<int> readers = 0;
+    const QString connection = u"journal-reader-%1"_s.arg(readers++);
+    QList<HistoryEntry> found;
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection);
+        database.setDatabaseName(path);
+        database.setConnectOptions(u"QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=10000"_s);
+        if (database.open())
+            found = selectEntries(database);
+        database.close();
+    }
+    QSqlDatabase::removeDatabase(connection);
     return found;
 }
 

@@ -38,6 +38,9 @@ public:
 
     // Every entry, newest first.
     QList<HistoryEntry> entries() const;
+    // The same from the database at `path`, through a read-only connection of its own, so
+    // that any thread can read while the store writes from its own.
+    static QList<HistoryEntry> readEntries(const QString &path);
 
     // Records `entry`: it replaces the latest entry of the same machine (the same serial
     // number, or none for both) made less than `windowMSecs` before it, where that one

@@ -122,6 +122,26 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), checks.size() - journal.size());
     }
 
+    // Read on a thread while the window opens: what changed meanwhile (a machine checked
+    // again, one removed, a new one) ends as a new reading of the file gives it.
+    void readInBackground()
+    {
+        auto first = open();
+        for (const Check &check : Checks{{u"A"_s, 0}, {u"B"_s, 1}, {u"C"_s, 2}})
+            record(*first, check);
+        const QString b = first->entries().at(1).id.toString();
+        History reading(m_clock, m_folder->path(), nullptr, History::Reading::inBackground);
+        QSignalSpy done(&reading, &History::readingChanged);
+        QVERIFY(reading.isReading());
+        record(reading, {u"A"_s, 30});
+        record(reading, {u"D"_s, 31});
+        reading.removeById(b);
+        QVERIFY(done.wait(10000));
+        QVERIFY(!reading.isReading());
+        QCOMPARE(lines(reading), (QStringList{u"D@31"_s, u"C@2"_s, u"A@30"_s}));
+        QCOMPARE(lines(*open()), lines(reading));
+    }
+
     // Nothing is dropped: the screen lists the newest 500 until every entry is asked for.
     void journalKeepsEveryEntry()
     {

@@ -38,7 +38,7 @@ QuillonApp::QuillonApp(Platform platform, Options options, QObject *parent)
       m_batteryMonitor(std::make_unique<BatteryMonitor>(platform)),
       m_workshop(options.preferences ? std::make_unique<WorkshopSettings>(std::move(options.preferences))
                                      : std::make_unique<WorkshopSettings>()),
-      m_history(std::make_unique<History>(platform.clock, options.journalDirectory))
+      m_history(std::make_unique<History>(platform.clock, options.journalDirectory, nullptr, History::Reading::inBackground))
 {
     m_mainWindow = std::make_unique<MainWindowController>(MainWindowController::Shared {
         *m_state, *m_history, *m_workshop, *m_processorMonitor, *m_batteryMonitor, *m_lidAngleMonitor });
