@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QThreadPool>
 
 #include <sys/stat.h>
 
@@ -133,6 +134,8 @@ private Q_SLOTS:
         History reading(m_clock, m_folder->path(), nullptr, History::Reading::inBackground);
         QSignalSpy done(&reading, &History::readingChanged);
         QVERIFY(reading.isReading());
+        // The file is read before the changes below; the result waits for the event loop.
+        QThreadPool::globalInstance()->waitForDone();
         record(reading, {u"A"_s, 30});
         record(reading, {u"D"_s, 31});
         reading.removeById(b);

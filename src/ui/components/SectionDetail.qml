@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Controls
 import Quillon
 
-// The detail area: the section on screen in its scaffold, the journal in its own scroll
-// area, or the message of a Mac without a battery. Each section's screen is one of the
+// The detail area: the section on screen in its scaffold, the journal as its own scrolling
+// list, or the message of a Mac without a battery. Each section's screen is one of the
 // components below.
 Item {
     id: root
@@ -50,6 +50,7 @@ Item {
             failure: root.current.failure
             isEmpty: root.current.isEmpty
             content: root.screenFor(root.current.section)
+            contentScrolls: root.screenFor(root.current.section) === deviceScreen
         }
     }
 
@@ -68,27 +69,9 @@ Item {
     Component {
         id: journalPage
 
-        ScrollView {
-            id: scroll
-
+        HistoryView {
             objectName: "journalPage"
-            contentWidth: scroll.availableWidth
-            ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
-
-            Item {
-                implicitWidth: scroll.availableWidth
-                implicitHeight: journal.implicitHeight + 44
-
-                HistoryView {
-                    id: journal
-
-                    x: 22
-                    y: 22
-                    width: parent.width - 44
-                    minimumHeight: scroll.availableHeight - 44
-                    controller: root.controller
-                }
-            }
+            controller: root.controller
         }
     }
 

@@ -18,13 +18,18 @@ Item {
     required property bool isEmpty
     // The section's own view.
     required property Component content
+    // The view scrolls by itself (a list that makes only the rows on screen): it fills the
+    // scaffold instead of sitting in the scaffold's scroll area.
+    property bool contentScrolls: false
 
     readonly property int displayState: Presentation.scaffoldState(root.isLoading, root.failure, root.isEmpty)
 
     // A new section starts at the top of its own scroll area.
     onSectionChanged: {
         contentLoader.active = false
-        contentLoader.active = Qt.binding(() => root.displayState === Presentation.Content)
+        contentLoader.active = Qt.binding(() => !root.contentScrolls && root.displayState === Presentation.Content)
+        scrollingLoader.active = false
+        scrollingLoader.active = Qt.binding(() => root.contentScrolls && root.displayState === Presentation.Content)
         scroll.contentItem.contentY = 0
     }
 
@@ -59,7 +64,7 @@ Item {
 
         objectName: "contentView"
         anchors.fill: parent
-        visible: root.displayState === Presentation.Content
+        visible: !root.contentScrolls && root.displayState === Presentation.Content
         contentWidth: scroll.availableWidth
         ScrollBar.vertical.policy: scroll.contentHeight > scroll.height ? ScrollBar.AlwaysOn : ScrollBar.AsNeeded
         ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
@@ -74,9 +79,18 @@ Item {
                 x: 22
                 y: 22
                 width: parent.width - 44
-                active: root.displayState === Presentation.Content
+                active: !root.contentScrolls && root.displayState === Presentation.Content
                 sourceComponent: root.content
             }
         }
+    }
+
+    Loader {
+        id: scrollingLoader
+
+        objectName: "scrollingContent"
+        anchors.fill: parent
+        active: root.contentScrolls && root.displayState === Presentation.Content
+        sourceComponent: root.content
     }
 }

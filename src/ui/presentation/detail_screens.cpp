@@ -161,7 +161,7 @@ double StorageScreen::gaugeBarWidth(double trackWidth, double usedFraction) cons
 
 // --- JournalScreen ---
 
-JournalScreen::JournalScreen(QObject *parent) : QObject(parent)
+JournalScreen::JournalScreen(QObject *parent) : QObject(parent), m_entries(new JournalListModel(this))
 {
 }
 
@@ -178,10 +178,14 @@ void JournalScreen::setHistory(QObject *history)
     if (m_history)
         disconnect(m_history, nullptr, this, nullptr);
     m_history = journal;
-    if (m_history)
+    m_entries->setHistory(journal);
+    if (m_history) {
         connect(m_history, &History::countChanged, this, &JournalScreen::countChanged);
+        connect(m_history, &History::readingChanged, this, &JournalScreen::readingChanged);
+    }
     Q_EMIT historyChanged();
     Q_EMIT countChanged();
+    Q_EMIT readingChanged();
 }
 
 int JournalScreen::count() const
@@ -194,16 +198,14 @@ QString JournalScreen::countText() const
     return DetailPresentation::journalCountText(count());
 }
 
-QVariantList JournalScreen::rowsFor(const QString &entryId) const
+QAbstractItemModel *JournalScreen::entries() const
 {
-    if (!m_history)
-        return {};
-    const QUuid id = QUuid::fromString(entryId);
-    for (const HistoryEntry &entry : m_history->entries()) {
-        if (entry.id == id)
-            return Presentation::rowsForQml(DetailPresentation::journalEntryRows(entry));
-    }
-    return {};
+    return m_entries;
+}
+
+bool JournalScreen::isReading() const
+{
+    return m_history && m_history->isReading();
 }
 
 void JournalScreen::remove(const QString &entryId)
@@ -218,12 +220,3 @@ void JournalScreen::clear()
         m_history->clear();
 }
 
-QString JournalScreen::symbolFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const
-{
-    return DetailPresentation::journalEntrySymbol(warningCount, faultCount, failedReadCount);
-}
-
-QString JournalScreen::headlineRoleFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const
-{
-    return DetailPresentation::journalHeadlineRole(warningCount, faultCount, failedReadCount);
-}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/models/journal_list_model.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -107,6 +109,10 @@ class JournalScreen : public QObject
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     // "{count} machine(s) contrôlée(s)".
     Q_PROPERTY(QString countText READ countText NOTIFY countChanged)
+    // The entries for the list: the journal's roles, plus "rows", "symbol", "headlineColour".
+    Q_PROPERTY(QAbstractItemModel *entries READ entries CONSTANT)
+    // The journal is still being read.
+    Q_PROPERTY(bool isReading READ isReading NOTIFY readingChanged)
 
 public:
     explicit JournalScreen(QObject *parent = nullptr);
@@ -116,19 +122,18 @@ public:
     int count() const;
     QString countText() const;
 
-    // The rows of the entry with this identifier (the journal's "entryId" role).
-    Q_INVOKABLE QVariantList rowsFor(const QString &entryId) const;
     // Removes that entry ("Retirer"), or every entry ("Tout effacer"); the journal saves.
     Q_INVOKABLE void remove(const QString &entryId);
     Q_INVOKABLE void clear();
-    Q_INVOKABLE QString symbolFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const;
-    // The colour role of the headline: "green" or "orange".
-    Q_INVOKABLE QString headlineRoleFor(qint64 warningCount, qint64 faultCount, qint64 failedReadCount) const;
+    QAbstractItemModel *entries() const;
+    bool isReading() const;
 
 Q_SIGNALS:
     void historyChanged();
     void countChanged();
+    void readingChanged();
 
 private:
     QPointer<History> m_history;
+    JournalListModel *m_entries;
 };

@@ -6,27 +6,24 @@ import QtQuick.Layouts
 import Quillon
 
 // The journal of the machines checked on this computer: its empty message, or the count
-// with the export and clear commands above one card per entry, in the journal's order.
-ColumnLayout {
-    id: root
+// with the export and clear commands above one card per entry, in the journal's order. The
+// list makes the cards that are on screen only, and reuses them as it scrolls.
+Item {
+    id: page
 
     required property MainWindowController controller
-    // The empty message fills at least this height.
-    property real minimumHeight: 0
-
-    spacing: 12
 
     JournalScreen {
         id: screen
 
-        history: root.controller.history
+        history: page.controller.history
     }
 
     JournalExport {
         id: journalExport
 
         objectName: "journalExport"
-        history: root.controller.history
+        history: page.controller.history
         onSaveRequested: proposedFile => {
             saveDialog.selectedFile = proposedFile
             saveDialog.open()
@@ -37,136 +34,165 @@ ColumnLayout {
         }
     }
 
-    MessageView {
-        objectName: "emptyJournal"
-        visible: screen.count === 0
-        symbol: "clock.arrow.circlepath"
-        title: qsTr("Aucune machine encore consignée")
-        message: qsTr("Chaque Mac analysé sera ajouté ici automatiquement.")
-        tint: Theme.secondary
-        Layout.fillWidth: true
-        Layout.preferredHeight: Math.max(implicitHeight, root.minimumHeight)
-    }
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 22
+        anchors.rightMargin: 22
+        anchors.topMargin: 22
+        spacing: 12
 
-    RowLayout {
-        objectName: "journalToolbar"
-        visible: screen.count > 0
-        spacing: 8
-        Layout.fillWidth: true
-
-        Label {
-            objectName: "journalCount"
-            text: screen.countText
-            color: Theme.secondary
-            font.pixelSize: Theme.callout
-        }
-        Item {
+        MessageView {
+            objectName: "emptyJournal"
+            visible: screen.count === 0
+            symbol: "clock.arrow.circlepath"
+            title: screen.isReading ? qsTr("Lecture du journal…") : qsTr("Aucune machine encore consignée")
+            message: screen.isReading ? "" : qsTr("Chaque Mac analysé sera ajouté ici automatiquement.")
+            tint: Theme.secondary
             Layout.fillWidth: true
+            Layout.fillHeight: true
         }
-        ToolbarButton {
-            objectName: "exportJournalButton"
-            text: qsTr("Exporter en tableur")
-            tip: qsTr("Exporter en tableur")
-            symbol: "tablecells"
-            onClicked: journalExport.start()
-        }
-        ToolbarButton {
-            objectName: "clearJournalButton"
-            text: qsTr("Tout effacer")
-            tip: qsTr("Tout effacer")
-            symbol: "trash"
-            onClicked: clearConfirmation.open()
-        }
-    }
 
-    // The search over the whole journal: a serial number or a model, and a verdict level.
-    RowLayout {
-        objectName: "journalSearch"
-        visible: screen.count > 0
-        spacing: 8
-        Layout.fillWidth: true
-
-        FormField {
-            id: searchText
-
-            objectName: "journalSearchText"
-            placeholderText: qsTr("Numéro de série ou modèle")
-            Accessible.name: qsTr("Rechercher dans le journal")
-            onTextChanged: searchLevel.apply()
+        RowLayout {
+            objectName: "journalToolbar"
+            visible: screen.count > 0
+            spacing: 8
             Layout.fillWidth: true
-        }
-        ComboBox {
-            id: searchLevel
 
-            objectName: "journalSearchLevel"
-            readonly property var words: ["tout", "correct", "attention", "anomalie"]
-            model: [qsTr("Tous les verdicts"), qsTr("Corrects"), qsTr("À surveiller"), qsTr("Anomalies")]
-            Accessible.name: qsTr("Verdict")
-            implicitContentWidthPolicy: ComboBox.WidestText
-            onActivated: searchLevel.apply()
-
-            function apply() {
-                root.controller.history.search(searchText.text, searchLevel.words[searchLevel.currentIndex], "", "")
+            Label {
+                objectName: "journalCount"
+                text: screen.countText
+                color: Theme.secondary
+                font.pixelSize: Theme.callout
             }
-        }
-    }
-
-    // Why the last change of the journal could not be written, or what opening it did.
-    Label {
-        objectName: "journalProblem"
-        readonly property var history: root.controller.history
-        visible: text.length > 0
-        text: history && history.problem.length > 0 ? qsTr("Journal : ") + history.problem : ""
-        color: Theme.orange
-        font.pixelSize: Theme.callout
-        wrapMode: Text.Wrap
-        Layout.fillWidth: true
-    }
-
-    Repeater {
-        model: screen.history
-
-        delegate: Card {
-            id: entry
-
-            required property string entryId
-            required property string modelName
-            required property string dateText
-            required property string headline
-            required property int warningCount
-            required property int faultCount
-            required property int failedReadCount
-
-            objectName: "journalEntry"
-            title: entry.modelName
-            systemImage: screen.symbolFor(entry.warningCount, entry.faultCount, entry.failedReadCount)
-            accessory: entry.dateText
-            Layout.fillWidth: true
-
-            ColumnLayout {
-                spacing: 10
+            Item {
                 Layout.fillWidth: true
+            }
+            ToolbarButton {
+                objectName: "exportJournalButton"
+                text: qsTr("Exporter en tableur")
+                tip: qsTr("Exporter en tableur")
+                symbol: "tablecells"
+                onClicked: journalExport.start()
+            }
+            ToolbarButton {
+                objectName: "clearJournalButton"
+                text: qsTr("Tout effacer")
+                tip: qsTr("Tout effacer")
+                symbol: "trash"
+                onClicked: clearConfirmation.open()
+            }
+        }
 
-                Label {
-                    objectName: "journalHeadline"
-                    text: entry.headline
-                    color: Theme.colour(screen.headlineRoleFor(entry.warningCount, entry.faultCount, entry.failedReadCount))
-                    font.pixelSize: Theme.callout
-                    font.weight: Font.Medium
-                    wrapMode: Text.Wrap
-                    Layout.fillWidth: true
-                }
-                InfoRowsView {
-                    rows: screen.rowsFor(entry.entryId)
-                    Layout.fillWidth: true
-                }
-                LinkButton {
-                    objectName: "removeEntryButton"
-                    text: qsTr("Retirer")
-                    pixelSize: Theme.caption
-                    onClicked: screen.remove(entry.entryId)
+        // The search over the whole journal: a serial number or a model, and a verdict level.
+        RowLayout {
+            objectName: "journalSearch"
+            visible: screen.count > 0
+            spacing: 8
+            Layout.fillWidth: true
+
+            FormField {
+                id: searchText
+
+                objectName: "journalSearchText"
+                placeholderText: qsTr("Numéro de série ou modèle")
+                Accessible.name: qsTr("Rechercher dans le journal")
+                onTextChanged: searchLevel.apply()
+                Layout.fillWidth: true
+            }
+            ComboBox {
+                id: searchLevel
+
+                objectName: "journalSearchLevel"
+                readonly property var words: ["tout", "correct", "attention", "anomalie"]
+                model: [qsTr("Tous les verdicts"), qsTr("Corrects"), qsTr("À surveiller"), qsTr("Anomalies")]
+                Accessible.name: qsTr("Verdict")
+                implicitContentWidthPolicy: ComboBox.WidestText
+                onActivated: searchLevel.apply()
+
+                function apply() {
+                    page.controller.history.search(searchText.text, searchLevel.words[searchLevel.currentIndex], "", "")
                 }
             }
+        }
+
+        // Why the last change of the journal could not be written, or what opening it did.
+        Label {
+            objectName: "journalProblem"
+            readonly property var history: page.controller.history
+            visible: text.length > 0
+            text: history && history.problem.length > 0 ? qsTr("Journal : ") + history.problem : ""
+            color: Theme.orange
+            font.pixelSize: Theme.callout
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+        }
+
+        ListView {
+            id: root
+
+            readonly property real lineWidth: root.width
+
+            objectName: "journalList"
+            visible: screen.count > 0
+            clip: true
+            spacing: 12
+            bottomMargin: 22
+            reuseItems: true
+            boundsBehavior: Flickable.StopAtBounds
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            model: screen.entries
+            ScrollBar.vertical: ScrollBar {}
+
+            delegate: Card {
+                id: entry
+
+                required property string entryId
+                required property string modelName
+                required property string dateText
+                required property string headline
+                required property var rows
+                required property string symbol
+                required property string headlineColour
+
+                objectName: "journalEntry"
+                width: root.lineWidth
+                title: entry.modelName
+                systemImage: entry.symbol
+                accessory: entry.dateText
+
+                ColumnLayout {
+                    spacing: 10
+                    Layout.fillWidth: true
+
+                    Label {
+                        objectName: "journalHeadline"
+                        text: entry.headline
+                        color: Theme.colour(entry.headlineColour)
+                        font.pixelSize: Theme.callout
+                        font.weight: Font.Medium
+                        wrapMode: Text.Wrap
+                        Layout.fillWidth: true
+                    }
+                    InfoRowsView {
+                        rows: entry.rows
+                        Layout.fillWidth: true
+                    }
+                    LinkButton {
+                        objectName: "removeEntryButton"
+                        text: qsTr("Retirer")
+                        pixelSize: Theme.caption
+                        onClicked: screen.remove(entry.entryId)
+                    }
+                }
+            }
+        }
+        LinkButton {
+            objectName: "showAllEntries"
+            readonly property var history: page.controller.history
+            visible: history !== null && !history.showsAll && history.count > 500
+            text: qsTr("Tout afficher (%1 machines)").arg(history ? history.count : 0)
+            onClicked: history.showsAll = true
         }
     }
 
@@ -180,14 +206,6 @@ ColumnLayout {
         nameFilters: ["*.csv"]
         onAccepted: journalExport.finish(saveDialog.selectedFile)
         onRejected: journalExport.cancel()
-    }
-
-    LinkButton {
-        objectName: "showAllEntries"
-        readonly property var history: root.controller.history
-        visible: history !== null && !history.showsAll && history.count > 500
-        text: qsTr("Tout afficher (%1 machines)").arg(history ? history.count : 0)
-        onClicked: history.showsAll = true
     }
 
     MessageDialog {
