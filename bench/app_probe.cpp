@@ -1,4 +1,4 @@
-// quillon-bench-app --first-frame | --idle SECONDS
+// quillon-bench-app --first-frame | --idle SECONDS | --screen journal|usb|refresh
 //
 // The application as `quillon` starts it (same style, translations, platform and windows),
 // with its journal and preferences in a temporary folder and a watch on its window, for
@@ -11,10 +11,16 @@
 //                  in 5-second slices: overviewCorePercent / otherCorePercent per slice
 //                  (processor time of the whole process over wall time, in % of one core),
 //                  overviewFramesPerSecond / otherFramesPerSecond.
+//   --screen S     then, once the journal is read and the first load is over, the time from
+//                  asking for a screen to the first frame that shows it (screenMs): the
+//                  journal, the USB section, or a refresh (⌘R) of the USB section on screen
+//                  whose answer did not change. QUILLON_JOURNAL_DIR names the journal folder
+//                  to use instead of an empty one (the benchmark gives a copy).
 // Run it off-screen: QT_QPA_PLATFORM=offscreen.
 
 #include "core/app_section.h"
 #include "platform/factory/platform_factory.h"
+#include "records/history.h"
 #include "state/app_state.h"
 #include "ui/app/main_window_controller.h"
 #include "ui/app/quillon_app.h"
@@ -123,6 +129,8 @@ public:
         connect(
             window, &QQuickWindow::frameSwapped, this,
             [this] {
+                if (m_firstFrameAt.load() == 0)
+                    m_firstFrameAt = monotonicNanoseconds();
                 ++m_frames;
                 if (m_verdictsInScene && m_verdictFrameAt.load() == 0) {
                     m_verdictFrameProcessorMs = processorMs();
@@ -133,6 +141,7 @@ public:
     }
 
     qint64 reportAt() const { return m_reportAt; }
+    qint64 firstFrameAt() const { return m_firstFrameAt.load(); }
     qint64 verdictFrameAt() const { return m_verdictFrameAt.load(); }
     int frames() const { return m_frames.load(); }
     // The whole process's processor time when that frame was on screen.
@@ -144,6 +153,7 @@ private:
     qint64 m_reportAt = 0;
     std::atomic<bool> m_verdictsInScene = false;
     std::atomic<qint64> m_verdictFrameAt = 0;
+    std::atomic<qint64> m_firstFrameAt = 0;
     std::atomic<int> m_frames = 0;
     double m_verdictFrameProcessorMs = 0; // written before m_verdictFrameAt, read after it
 };
@@ -183,6 +193,46 @@ void measureIdle(const char *key, const char *framesKey, int seconds, const Fram
     std::printf("%s %.2f\n", framesKey, double(watch.frames() - framesBefore) * 1000.0 / double(total.elapsed()));
 }
 
+// Milliseconds from `ask` to the first frame swapped after `ready` holds.
+template <typename Ask, typename Ready> double untilShown(QQuickWindow *window, Ask ask, Ready ready)
+{
+    std::atomic<int> frames = 0;
+    const QMetaObject::Connection counting
+        = QObject::connect(window, &QQuickWindow::frameSwapped, window, [&frames] { ++frames; }, Qt::DirectConnection);
+    QElapsedTimer timer;
+    timer.start();
+    ask();
+    runUntil(ready, 60000);
+    const int before = frames.load();
+    window->update();
+    runUntil([&] { return frames.load() > before; }, 60000);
+    QObject::disconnect(counting);
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+// The journal screen, the USB section, or a refresh of the USB section on screen.
+bool measureScreen(const QString &screen, QuillonApp &quillon, QQuickWindow *window)
+{
+    MainWindowController &controller = quillon.mainWindow();
+    if (!runUntil([&] { return !quillon.history().isReading() && !controller.isRefreshing(); }, 60000))
+        return false;
+    runFor(500);
+    double milliseconds = 0;
+    if (screen == u"journal"_s) {
+        milliseconds = untilShown(window, [&] { controller.setSelection(AppSection::history); }, [] { return true; });
+    } else if (screen == u"usb"_s) {
+        milliseconds = untilShown(window, [&] { controller.setSelection(AppSection::usb); }, [] { return true; });
+    } else if (screen == u"refresh"_s) {
+        controller.setSelection(AppSection::usb);
+        runFor(500);
+        milliseconds = untilShown(window, [&] { controller.refresh(); }, [&] { return !controller.isRefreshing(); });
+    } else {
+        return false;
+    }
+    std::printf("screenMs %.2f\n", milliseconds);
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -193,6 +243,7 @@ int main(int argc, char *argv[])
     const QStringList arguments = QCoreApplication::arguments();
     const bool idle = arguments.value(1) == u"--idle"_s;
     const int idleSecs = idle ? arguments.value(2).toInt() : 0;
+    const QString screen = arguments.value(1) == u"--screen"_s ? arguments.value(2) : QString();
 
     std::optional<QString> capturePath;
     if (const QString fromEnvironment = qEnvironmentVariable("QUILLON_CAPTURE"); !fromEnvironment.isEmpty())
@@ -204,7 +255,8 @@ int main(int argc, char *argv[])
     }
     QTemporaryDir home;
     QuillonApp::Options options;
-    options.journalDirectory = home.filePath(u"journal"_s);
+    const QString journal = qEnvironmentVariable("QUILLON_JOURNAL_DIR");
+    options.journalDirectory = journal.isEmpty() ? home.filePath(u"journal"_s) : journal;
     options.preferences = std::make_unique<QSettings>(home.filePath(u"preferences.ini"_s), QSettings::IniFormat);
     QuillonApp quillon(std::get<Platform>(std::move(opened)), std::move(options));
     QQmlApplicationEngine engine;
@@ -222,10 +274,13 @@ int main(int argc, char *argv[])
         return 1;
     }
     std::printf("windowLoadedMs %.2f\n", windowLoadedMs);
+    std::printf("firstFrameMs %.2f\n", sinceSpawnMs(watch.firstFrameAt()));
     std::printf("reportMs %.2f\n", sinceSpawnMs(watch.reportAt()));
     std::printf("processorAtFirstVerdictFrameMs %.2f\n", watch.verdictFrameProcessorMs());
     std::printf("firstVerdictFrameMs %.2f\n", sinceSpawnMs(watch.verdictFrameAt()));
     std::fflush(stdout);
+    if (!screen.isEmpty())
+        return measureScreen(screen, quillon, window) ? 0 : 1;
     if (!idle)
         return 0;
 

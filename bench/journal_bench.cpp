@@ -54,6 +54,14 @@ void writeFullJournal(const QString &directory, const Loaded &loaded, const QDat
 
 } // namespace
 
+void writeJournal(const QString &directory, const Platform &platform, int count)
+{
+    writeFullJournal(directory, fullLoad(platform), platform.clock->now(), count);
+    const History takenOver(platform.clock, directory);
+    if (takenOver.count() != count)
+        qFatal("journal de %d entrées au lieu de %d", takenOver.count(), count);
+}
+
 void benchJournal(BenchTable &table, const Platform &platform, int runs)
 {
     // The former journal file is taken over once, into the database, when it first opens.

@@ -10,6 +10,7 @@
 #include "core_bench.h"
 #include "journal_bench.h"
 #include "process_bench.h"
+#include "screens_bench.h"
 
 #include "platform/factory/platform_factory.h"
 
@@ -122,6 +123,8 @@ int main(int argc, char *argv[])
         benchApplication(table, app, quick ? 3 : 10, quick ? 10 : 30);
     if (wanted(u"journal"_s))
         benchJournal(table, platform, quick ? 20 : 100);
+    if (arguments.contains(u"--app"_s) && wanted(u"screens"_s))
+        benchScreens(table, app, platform, quick ? 2 : 5);
 
     out << u'\n';
     table.print(out);

@@ -295,32 +295,6 @@ private Q_SLOTS:
         QTEST(namesProblem(*folder, u"kernel.json"_s) ? u"kernel.json"_s : reading, "reading");
     }
 
-    void processFile_data()
-    {
-        QTest::addColumn<QByteArray>("file"); // null: no such file
-        QTest::addColumn<QString>("read"); // host name, version, thermal state (0 nominal ... 3 critical, 4 unknown)
-        const auto process = [](const char *state) -> QByteArray {
-            return R"({"hostName": "mac", "operatingSystemVersion": "Version 15.1", "thermalState": )"
-                + QByteArray(state) + '}';
-        };
-        QTest::newRow("critical") << process("3") << u"mac, Version 15.1, 3"_s;
-        QTest::newRow("as text") << process(R"("2")") << u"mac, Version 15.1, 4"_s;
-        QTest::newRow("root is an array") << "[0]"_ba << u", , 4"_s;
-    }
-
-    void processFile()
-    {
-        QFETCH(QByteArray, file);
-        Capture capture;
-        capture.write(u"process.json"_s, file);
-        const auto folder = capture.open();
-        const Platform platform = makeCapturePlatform(folder);
-        QTEST(u"%1, %2, %3"_s.arg(platform.process->hostName(), platform.process->operatingSystemVersion())
-                  .arg(int(platform.process->thermalState())),
-            "read");
-        QCOMPARE(namesProblem(*folder, u"process.json"_s), file == "[0]");
-    }
-
     // Pipes, devices and endless kernel files in place of the capture's files: each is
     // refused without waiting for it, with a French reason, and nothing fills the memory.
     void hostileFilesAreRefusedAtOnce_data()

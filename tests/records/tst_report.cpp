@@ -138,8 +138,6 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("fields"); // name, phone, address
         QTest::addColumn<QStringList>("lines");  // above the title, rules left out
         QTest::newRow("all three empty") << QStringList{QString(), QString(), QString()} << QStringList();
-        QTest::newRow("name of spaces only hides everything")
-            << QStringList{u"   "_s, u"01 23 45 67 89"_s, u"3 quai"_s} << QStringList();
         QTest::newRow("line break, spaces and no-break spaces trimmed")
             << QStringList{u"\n\u00A0Atelier du Port\u202F "_s, u"\u00A001 23 45 67 89"_s, QString()}
             << QStringList{u"  ATELIER DU PORT"_s, u"  01 23 45 67 89"_s};

@@ -61,7 +61,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("tint");
 
         QTest::newRow("no capacity") << 0.0 << 0.0 << 0.0 << 0.0 << qint64(0) << u"accent"_s;
-        QTest::newRow("free space beyond the capacity") << 100e9 << 150e9 << 0.0 << 0.0 << qint64(0) << u"accent"_s;
         QTest::newRow("two thirds: truncated, not rounded")
             << 3.0 << 1.0 << 2.0 << 2.0 / 3 << qint64(66) << u"accent"_s;
         QTest::newRow("74.9 % stays accent") << 1000.0 << 251.0 << 749.0 << 0.749 << qint64(74) << u"accent"_s;
@@ -99,9 +98,6 @@ private Q_SLOTS:
                                                       << QString() << u"Détecté"_s << lidRows + QStringList { waiting };
         QTest::newRow("lid sensor at 0°") << int(ComponentID::lidAngle) << true << u"Détecté"_s << lidRows << u"0°"_s
                                           << u"0°"_s << lidRows + QStringList { u"Angle mesuré: 0°"_s };
-        QTest::newRow("keyboard keeps its layout, no angle row")
-            << int(ComponentID::keyboard) << true << u"Français"_s << QStringList { u"Disposition: Français"_s }
-            << u"118°"_s << u"Français"_s << QStringList { u"Disposition: Français"_s };
     }
 
     void builtInComponent()
@@ -147,9 +143,6 @@ private Q_SLOTS:
         zeros.batteryHealth = 0;
         zeros.batteryCycles = 0;
         zeros.faultCount = 2;
-        QTest::newRow("empty serial dropped, zero health and cycles kept, faults")
-            << zeros << QStringList { u"Configuration: Apple M2 · 8 Go"_s, u"Capacité maximale: 0 %"_s, u"Cycles: 0"_s }
-            << u"exclamationmark.triangle"_s << u"orange"_s;
 
         HistoryEntry incomplete = bare;
         incomplete.failedReadCount = 2;

@@ -85,42 +85,6 @@ private Q_SLOTS:
         QTEST(Presentation::monitorsFor(section), "expected");
     }
 
-    void deviceListWalksTreesDepthFirstWithIndentationAndCardContents()
-    {
-        // Hub → (dock → drive), receiver; then a second root.
-        const QList<DeviceNode> roots {
-            node(u"Hub"_s,
-                { node(u"Dock"_s,
-                      { node(u"SSD"_s, {},
-                          { InfoRow(u"Fabricant"_s, u"Samsung"_s), InfoRow(u"Vitesse"_s, u"Jusqu’à 12 Mb/s"_s) }) }),
-                    node(u"Récepteur"_s) }),
-            node(u"Clavier"_s),
-        };
-        DeviceListModel model;
-        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        model.setRoots(roots);
-
-        const QStringList expectedNames { u"Hub"_s, u"Dock"_s, u"SSD"_s, u"Récepteur"_s, u"Clavier"_s };
-        const QList<double> expectedIndents { 0, 22, 44, 22, 0 };
-        QCOMPARE(model.count(), 5);
-        for (int row = 0; row < model.count(); ++row) {
-            const QModelIndex index = model.index(row);
-            QCOMPARE(model.data(index, DeviceListModel::NodeRole).toMap().value(u"name"_s).toString(),
-                expectedNames.at(row));
-            QCOMPARE(model.data(index, DeviceListModel::IndentRole).toDouble(), expectedIndents.at(row));
-        }
-        // A hub without subtitle or rows; the drive's rows in their order.
-        const QVariantMap hub = model.data(model.index(0), DeviceListModel::NodeRole).toMap();
-        QCOMPARE(hub.value(u"subtitle"_s).toString(), QString());
-        QCOMPARE(hub.value(u"status"_s).toString(), u"neutral"_s);
-        QVERIFY(hub.value(u"rows"_s).toList().isEmpty());
-        const QVariantList rows
-            = model.data(model.index(2), DeviceListModel::NodeRole).toMap().value(u"rows"_s).toList();
-        QCOMPARE(rows.size(), 2);
-        QCOMPARE(rows.at(0).toMap().value(u"label"_s).toString(), u"Fabricant"_s);
-        QCOMPARE(rows.at(1).toMap().value(u"value"_s).toString(), u"Jusqu’à 12 Mb/s"_s);
-    }
-
     void deviceListKeepsItsCardsForTheSameNodes()
     {
         const QList<DeviceNode> roots { node(u"Clavier"_s) };
