@@ -18,7 +18,6 @@ DATA = HERE / "data"
 ROOT = HERE.parent.parent
 SCRIPT = ROOT / "scripts" / "capture-mac.sh"
 CONVERTER = ROOT / "scripts" / "capture-convert.awk"
-CORPUS = Path(os.environ.get("QUILLON_CORPUS_DIR", ROOT.parent / "shared" / "corpus"))
 
 
 def available_awks():
@@ -147,67 +146,6 @@ class PowerSourcesTest(ConverterTestCase):
                 {"Name": "Back-UPS ES 700", "Power Source ID": 5505121, "Power Source State": "AC Power",
                  "Current Capacity": 98, "Is Charging": False, "Is Charged": False, "Is Present": True}]),
             ("nothing", "", []),
-        ])
-
-
-class CorpusTest(ConverterTestCase):
-    """Outputs published by others on real Macs, when ../shared/corpus is beside the checkout."""
-
-    def setUp(self):
-        super().setUp()
-        if not (CORPUS / "other").is_dir():
-            self.skipTest(f"real-output corpus not found at {CORPUS}")
-
-    def corpus_file(self, folder, prefix):
-        matches = sorted((CORPUS / "other" / folder).glob(prefix + "*"))
-        if not matches:
-            self.skipTest(f"{folder}/{prefix}* is not in the corpus")
-        return matches[0].read_text(encoding="utf-8")
-
-    def test_every_sysctl_output_converts(self):
-        known = {"kern.osproductversion", "kern.osversion", "kern.osrelease", "hw.memsize", "hw.physicalcpu",
-                 "hw.logicalcpu", "kern.boottime", "vm.swapusage", "hw.nperflevels"}
-        known |= {f"hw.perflevel{level}.{field}" for level in range(3) for field in ("name", "physicalcpu")}
-        for path in sorted((CORPUS / "other" / "sysctl").glob("*.txt")):
-            for awk in AWKS:
-                with self.subTest(awk=awk, file=path.name):
-                    values = json.loads(convert(awk, "kernel", path.read_text(encoding="utf-8")))
-                    self.assertLessEqual(set(values), known)
-
-    def test_every_pmset_output_converts(self):
-        for path in sorted((CORPUS / "other" / "pmset-g-batt").glob("*.txt")):
-            for awk in AWKS:
-                with self.subTest(awk=awk, file=path.name):
-                    text = path.read_text(encoding="utf-8")
-                    sources = json.loads(convert(awk, "powersources", text))
-                    self.assertEqual(len(sources), text.count("(id="))
-                    for source in sources:
-                        self.assertIn("Current Capacity", source)
-                        self.assertEqual(source.get("Type") == "InternalBattery",
-                                         source["Name"].startswith("InternalBattery"))
-
-    def test_recorded_values(self):
-        # Read off the files by hand.
-        self.check("boottime", [("kern.boottime of an M1 Pro", self.corpus_file("sysctl", "002-"), 1779754624)])
-        self.check("kernel", [
-            # 1470.06 MiB = 1541469634.56 bytes; 577.94 MiB = 606014013.44 bytes.
-            ("vm.swapusage of an M1 Pro", self.corpus_file("sysctl", "003-"),
-             {"vm.swapusage": {"total": 2147483648, "used": 1541469635, "available": 606014013}}),
-            ("kernel block of macOS 12.2.1", self.corpus_file("sysctl", "007-"),
-             {"kern.osversion": "21D62", "kern.osproductversion": "12.2.1"}),
-            ("memory and core tier of a virtual machine", self.corpus_file("sysctl", "005-"),
-             {"hw.memsize": 15032385536, "hw.nperflevels": 1, "hw.perflevel0.name": "Standard",
-              "hw.perflevel0.physicalcpu": 4}),
-        ])
-        self.check("powersources", [
-            ("charged on AC", self.corpus_file("pmset-g-batt", "001-"),
-             [{"Name": "InternalBattery-0", "Type": "InternalBattery", "Power Source ID": 3997795,
-               "Power Source State": "AC Power", "Current Capacity": 100, "Is Charging": False,
-               "Is Charged": True, "Is Present": True}]),
-            ("AC attached, not charging", self.corpus_file("pmset-g-batt", "002-"),
-             [{"Name": "InternalBattery-0", "Type": "InternalBattery", "Power Source ID": 3997795,
-               "Power Source State": "AC Power", "Current Capacity": 79, "Is Charging": False,
-               "Is Charged": False, "Is Present": True}]),
         ])
 
 

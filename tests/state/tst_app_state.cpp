@@ -191,22 +191,6 @@ private Q_SLOTS:
         QVERIFY(!state.isLoading(AppSection::overview));
     }
 
-    void everySectionFailingIsSaidByTheReport()
-    {
-        AppState state(fakePlatform());
-        for (const QString &type : allDataTypes)
-            m_profiler->failing.insert(type);
-        QSignalSpy everything(&state, &AppState::everythingLoaded);
-        loadAndWait(state, AppSection::diagnostics, false);
-        QCOMPARE(everything.count(), 1);
-        QVERIFY(state.report());
-        QCOMPARE(state.report()->headline(), u"Bilan incomplet — 9 lectures impossibles"_s);
-        QVERIFY(state.lastRefresh());
-        // Nine sections report a failure; the battery collector never fails.
-        QCOMPARE(state.failures().size(), 9);
-        QVERIFY(!state.failure(AppSection::battery));
-    }
-
 };
 
 QUILLON_TEST_MAIN(TestAppState)
