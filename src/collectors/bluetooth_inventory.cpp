@@ -2,6 +2,7 @@
 
 #include "collectors/inventory_support.h"
 #include "core/texts.h"
+#include "sources/device_words.h"
 #include "sources/property_access.h"
 #include "sources/vocabulary.h"
 
@@ -29,8 +30,13 @@ DeviceNode controllerNode(const PropertyDictionary &controller)
     appendRow(rows, localized("État"), Vocabulary::humanize(text(controller, u"controller_state"_s)));
     appendRow(rows, localized("Détectable"), Vocabulary::humanize(text(controller, u"controller_discoverable"_s)));
     appendRow(rows, localized("Firmware"), text(controller, u"controller_firmwareVersion"_s));
-    appendRow(rows, localized("Fabricant"), text(controller, u"controller_vendorID"_s));
-    appendRow(rows, localized("Services pris en charge"), text(controller, u"controller_supportedServices"_s));
+    const std::optional<QString> vendorID = text(controller, u"controller_vendorID"_s);
+    if (const std::optional<QString> vendor = DeviceWords::bluetoothVendor(vendorID))
+        appendRow(rows, localized("Fabricant"), vendor);
+    else
+        appendRow(rows, localized("Identifiant fabricant"), vendorID);
+    appendRow(rows, localized("Services pris en charge"),
+              DeviceWords::bluetoothServices(text(controller, u"controller_supportedServices"_s)));
     return node;
 }
 
@@ -77,7 +83,7 @@ std::optional<QString> deviceType(const PropertyDictionary &device)
 
 DeviceNode deviceNode(const QString &name, const PropertyDictionary &device, bool connected)
 {
-    const std::optional<QString> type = deviceType(device);
+    const std::optional<QString> type = DeviceWords::bluetoothType(deviceType(device));
     DeviceNode node;
     node.name = name;
     node.subtitle = type;

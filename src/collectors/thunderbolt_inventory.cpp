@@ -94,7 +94,6 @@ DeviceNode portNode(const PropertyDictionary &port, const QString &key)
     node.status = isFree ? DeviceStatus::disconnected : DeviceStatus::connected;
     appendRow(node.rows, localized("Débit maximal"), speed);
     appendRow(node.rows, localized("État"), Vocabulary::humanize(state));
-    appendRow(node.rows, localized("État du lien"), text(port, u"link_status_key"_s));
     return node;
 }
 

@@ -2,6 +2,7 @@
 
 #include "collectors/inventory_support.h"
 #include "core/texts.h"
+#include "sources/device_words.h"
 #include "sources/property_access.h"
 #include "sources/sysctl.h"
 #include "sources/vocabulary.h"
@@ -56,8 +57,10 @@ DeviceNode usbNode(const PropertyDictionary &dict)
     for (const PropertyDictionary &child : InventorySupport::dictionariesAt(dict, u"_items"_s))
         node.children.append(usbNode(child));
     // A bus names its controller; a hub is known by what hangs on it.
-    const bool isHub = text(dict, u"host_controller"_s).has_value() || !node.children.isEmpty();
-    node.name = InventorySupport::nameOrUnnamed(dict);
+    const std::optional<QString> controller = text(dict, u"host_controller"_s);
+    const bool isHub = controller.has_value() || !node.children.isEmpty();
+    node.name = controller ? DeviceWords::usbBusName(InventorySupport::nameOrUnnamed(dict), controller)
+                           : InventorySupport::nameOrUnnamed(dict);
     node.subtitle = text(dict, u"manufacturer"_s);
     node.symbol = isHub ? u"cable.connector.horizontal"_s : u"cable.connector"_s;
     node.status = isHub ? DeviceStatus::neutral : DeviceStatus::connected;
@@ -135,7 +138,10 @@ DeviceNode hostNode(const PropertyDictionary &dict)
     node.name = InventorySupport::nameOrUnnamed(dict);
     // A bus names its driver, with or without devices; a hub carries devices, or says so
     // in its name when nothing hangs on it.
-    const bool isBus = text(dict, u"Driver"_s).has_value();
+    const std::optional<QString> driver = text(dict, u"Driver"_s);
+    const bool isBus = driver.has_value();
+    if (isBus)
+        node.name = DeviceWords::usbBusName(node.name, driver);
     const bool isHub = isBus || !node.children.isEmpty() || node.name.contains(u"hub"_s, Qt::CaseInsensitive);
     node.subtitle = text(dict, u"USBDeviceKeyVendorName"_s);
     node.symbol = isHub ? u"cable.connector.horizontal"_s : u"cable.connector"_s;

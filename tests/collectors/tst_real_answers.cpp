@@ -127,9 +127,11 @@ private Q_SLOTS:
             u"components: touchID Détecté, keyboard Français, keyboardBacklight Présent, trackpad 0 erreur, haptics Actif, "
             "lidAngle Détecté, wifi BCM4387, smc Actif | 8 sensors | portable"_s,
             u"displays: Apple M1 Pro[Color LCD+, LG HDR 4K+] | 21 rows"_s,
-            u"usb: USB31Bus, USB31Bus, USB31Bus, USB30Bus[USB2.1 Hub[USB Receiver+], USB3.1 Hub[PSSD T7+]] | 37 rows"_s,
+            u"usb: Bus USB 3.1 (contrôleur AppleT6000USBXHCI), Bus USB 3.1 (contrôleur AppleT6000USBXHCI), "
+            "Bus USB 3.1 (contrôleur AppleT6000USBXHCI), Bus USB 3.0 (contrôleur AppleUSBXHCIFL1100)[USB2.1 Hub[USB Receiver+], "
+            "USB3.1 Hub[PSSD T7+]] | 37 rows"_s,
             u"thunderbolt: Bus Thunderbolt / USB4 3[Port 3-], Bus Thunderbolt / USB4 2[TS3 Plus, Port 2+], "
-            "Bus Thunderbolt / USB4 1[Port 1-] | 22 rows"_s,
+            "Bus Thunderbolt / USB4 1[Port 1-] | 19 rows"_s,
             u"bluetooth: Contrôleur Bluetooth, AirPods Pro de Claire+, Magic Mouse+, iPhone de Claire-, JBL Flip 5-, "
             "Magic Keyboard- | 27 rows"_s,
             u"network: Wi-Fi+, Thunderbolt Bridge-, Bluetooth PAN- | 21 rows"_s,
@@ -144,7 +146,8 @@ private Q_SLOTS:
             u"battery: none"_s,
             u"components: keyboard Français, wifi BCM4387, smc Actif | 1 sensors | desktop"_s,
             u"displays: Apple M1 Max[Studio Display+, DELL U2723QE+] | 19 rows"_s,
-            u"usb: USB31Bus, USB31Bus[Magic Keyboard with Numeric Keypad+], USB31Bus, USB31Bus | 13 rows"_s};
+            u"usb: Bus USB 3.1 (contrôleur AppleT6000USBXHCI), Bus USB 3.1 (contrôleur AppleT6000USBXHCI)[Magic Keyboard with "
+            "Numeric Keypad+], Bus USB 3.1 (contrôleur AppleT6000USBXHCI), Bus USB 3.1 (contrôleur AppleT6000USBXHCI) | 13 rows"_s};
         // Booted 18 760 s before the capture.
         QTest::newRow("Intel") << u"intel-macbook-pro"_s << QStringList{
             u"hardware: MacBookPro16,1 | MacBook Pro 16″, 2019 | 8-Core Intel Core i9 à 2,3 GHz | 8 cœurs / 16 threads | 16 GB | "

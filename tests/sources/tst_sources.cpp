@@ -2,6 +2,7 @@
 #include "readings.h"
 
 #include "core/formatting.h"
+#include "sources/device_words.h"
 #include "sources/mac_models.h"
 #include "sources/nvme_health.h"
 #include "sources/property_access.h"
@@ -127,6 +128,33 @@ private Q_SLOTS:
     {
         QFETCH(LockFact, fact);
         QTEST(factText(fact), "expected");
+    }
+
+    // Words for the names and codes the profiler gives devices.
+    void deviceWords_data()
+    {
+        QTest::addColumn<QString>("words");
+        QTest::addColumn<QString>("expected");
+        using namespace DeviceWords;
+        const auto shown = [](const std::optional<QString> &text) { return text.value_or(u"(rien)"_s); };
+        QTest::newRow("bus of the older type") << usbBusName(u"USB31Bus"_s, u"AppleT8103USBXHCI"_s)
+                                               << u"Bus USB 3.1 (contrôleur AppleT8103USBXHCI)"_s;
+        QTest::newRow("bus of the host type, no controller") << usbBusName(u"USB 2.0 Bus"_s, std::nullopt) << u"Bus USB 2.0"_s;
+        QTest::newRow("a name of another shape") << usbBusName(u"Root Hub"_s, u"XHCI"_s) << u"Root Hub (contrôleur XHCI)"_s;
+        QTest::newRow("type in capitals") << shown(bluetoothType(u"HEADPHONES"_s)) << u"Casque"_s;
+        QTest::newRow("unknown type as it is") << shown(bluetoothType(u"Hearing Aid"_s)) << u"Hearing Aid"_s;
+        QTest::newRow("services by name")
+            << shown(bluetoothServices(u"0x392039 < HFP AVRCP A2DP LEA Unknown >"_s))
+            << u"mains libres, télécommande, audio, audio basse consommation, Unknown"_s;
+        QTest::newRow("a mask alone says nothing") << shown(bluetoothServices(u"0x392039"_s)) << u"(rien)"_s;
+        QTest::newRow("Apple's company number") << shown(bluetoothVendor(u"0x004C"_s)) << u"Apple"_s;
+        QTest::newRow("another company's") << shown(bluetoothVendor(u"0x0006"_s)) << u"(rien)"_s;
+    }
+
+    void deviceWords()
+    {
+        QFETCH(QString, words);
+        QTEST(words, "expected");
     }
 
     void nvramNamesOnly()
