@@ -193,8 +193,9 @@ void measureIdle(const char *key, const char *framesKey, int seconds, const Fram
     std::printf("%s %.2f\n", framesKey, double(watch.frames() - framesBefore) * 1000.0 / double(total.elapsed()));
 }
 
-// Milliseconds from `ask` to the first frame swapped after `ready` holds.
-template <typename Ask, typename Ready> double untilShown(QQuickWindow *window, Ask ask, Ready ready)
+// Milliseconds from `ask` to the first frame swapped after `ready` holds; `readyMs` gets
+// the milliseconds until `ready` held.
+template <typename Ask, typename Ready> double untilShown(QQuickWindow *window, Ask ask, Ready ready, double *readyMs = nullptr)
 {
     std::atomic<int> frames = 0;
     const QMetaObject::Connection counting
@@ -203,6 +204,8 @@ template <typename Ask, typename Ready> double untilShown(QQuickWindow *window, 
     timer.start();
     ask();
     runUntil(ready, 60000);
+    if (readyMs)
+        *readyMs = double(timer.nsecsElapsed()) / 1e6;
     const int before = frames.load();
     window->update();
     runUntil([&] { return frames.load() > before; }, 60000);
@@ -225,7 +228,10 @@ bool measureScreen(const QString &screen, QuillonApp &quillon, QQuickWindow *win
     } else if (screen == u"refresh"_s) {
         controller.setSelection(AppSection::usb);
         runFor(500);
-        milliseconds = untilShown(window, [&] { controller.refresh(); }, [&] { return !controller.isRefreshing(); });
+        double updatedMs = 0;
+        milliseconds = untilShown(
+            window, [&] { controller.refresh(); }, [&] { return !controller.isRefreshing(); }, &updatedMs);
+        std::printf("updatedMs %.2f\n", updatedMs);
     } else {
         return false;
     }

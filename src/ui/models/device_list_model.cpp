@@ -12,6 +12,25 @@ DeviceListModel::DeviceListModel(QObject *parent) : QAbstractListModel(parent)
 
 namespace {
 
+// The walk of the trees, one entry per device without its children: a row compares and
+// copies only what its own card shows.
+void appendShallow(QList<std::pair<DeviceNode, int>> &entries, const DeviceNode &node, int depth)
+{
+    DeviceNode own = node;
+    own.children.clear();
+    entries.append({std::move(own), depth});
+    for (const DeviceNode &child : node.children)
+        appendShallow(entries, child, depth + 1);
+}
+
+QList<std::pair<DeviceNode, int>> shallowWalk(const QList<DeviceNode> &roots)
+{
+    QList<std::pair<DeviceNode, int>> entries;
+    for (const DeviceNode &root : roots)
+        appendShallow(entries, root, 0);
+    return entries;
+}
+
 // Devices keep their identity across collections: the same identifiers mean the same rows.
 QList<QUuid> identifiers(const QList<std::pair<DeviceNode, int>> &entries)
 {
@@ -26,7 +45,7 @@ QList<QUuid> identifiers(const QList<std::pair<DeviceNode, int>> &entries)
 
 void DeviceListModel::setRoots(const QList<DeviceNode> &roots)
 {
-    QList<std::pair<DeviceNode, int>> entries = flattenedAll(roots);
+    QList<std::pair<DeviceNode, int>> entries = shallowWalk(roots);
     if (identifiers(entries) == identifiers(m_entries) && roots.size() == m_roots.size()) {
         // The same devices: only the rows whose content changed are told, no card is rebuilt.
         m_roots = roots;
