@@ -89,15 +89,6 @@ private Q_SLOTS:
         QVERIFY(first.standardOutput.contains(u"] Angle d'écran (110°)\n"_s));
     }
 
-    void workshopHeaderFromTheCommandLine()
-    {
-        const Run run = bilan({u"--capture"_s, capturesDir + u"/sample"_s, u"--workshop-name"_s, u" Atelier du Port "_s,
-                               u"--workshop-address"_s, u"2 quai Est"_s});
-        QCOMPARE(run.exitCode, 0);
-        const QString heavyRule(72, QChar(0x2550));
-        QVERIFY(run.standardOutput.startsWith(heavyRule + u"\n  ATELIER DU PORT\n  2 quai Est\n"_s + heavyRule));
-    }
-
     void badInputExitsWithTwoAndOneFrenchLine_data()
     {
         QTest::addColumn<QStringList>("arguments");

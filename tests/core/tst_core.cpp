@@ -14,10 +14,7 @@ namespace {
 
 DeviceNode node(const QString &name, QList<DeviceNode> children = {})
 {
-    DeviceNode result;
-    result.name = name;
-    result.children = std::move(children);
-    return result;
+    return { .name = name, .children = std::move(children) };
 }
 
 } // namespace

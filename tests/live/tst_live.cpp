@@ -192,62 +192,6 @@ private Q_SLOTS:
         QCOMPARE(reads.load(), ticks + (available ? 1 : 0));
     }
 
-    // Each capture's readings in a loop; a capture without a lid sensor makes the lid monitor
-    // give up for good at its first tick.
-    void overCapture_data()
-    {
-        QTest::addColumn<QByteArray>("liveJson"); // empty: no live.json
-        QTest::addColumn<int>("ticks");
-        QTest::addColumn<QStringList>("angles");
-        QTest::addColumn<QStringList>("processor"); // loads and temperatures, as published
-        QTest::addColumn<bool>("problemNoted");
-        QTest::newRow("lid reports that are not clean hex text left out")
-            << QByteArray(R"({"lidAngleReports": ["017a0", "017600", "zz7a00", "01 7a 00", 122, null, "015a00"]})") << 3
-            << QStringList { u"118°"_s, u"90°"_s, u"118°"_s } << QStringList() << true;
-        // Busy 2 and idle 1 between the two good samples: 66.7 %.
-        QTest::newRow("tick samples with a bad counter left out")
-            << QByteArray(R"({"cpuTicks": [[[1, 0, 3, 0]], [[2, 0, 0]], [[2, 0, 0, 0, 0]], [[3, 0, -1, 0]],)"
-                          R"( [[4, 0.5, 0, 0]], [["5", 0, 0, 0]], [[4294967296, 0, 0, 0]], [[6, 0, 0, 0], "x"],)"
-                          R"( [[2, 1, 4, 0]]]})")
-            << 2 << QStringList() << QStringList { u"67 %"_s } << true;
-        // Zero and negative readings are not temperatures; a sensor missing from a shorter sample
-        // gave no event; a sample that is not all numbers is left out.
-        QTest::newRow("temperatures in order, then again")
-            << QByteArray(R"({"dieTemperatures": [[41.5, 0.0, 43.5], [40.0, -1.0], [38.0, "hot"], [39.0], [0.0]]})")
-            << 5 << QStringList() << QStringList { u"42.5"_s, u"40"_s, u"39"_s, u"-"_s, u"42.5"_s } << true;
-    }
-
-    void overCapture()
-    {
-        QFETCH(QByteArray, liveJson);
-        QFETCH(int, ticks);
-        QFETCH(QStringList, angles);
-        QFETCH(QStringList, processor);
-        QFETCH(bool, problemNoted);
-        LiveCapture capture(liveJson.isEmpty() ? std::nullopt : std::optional(liveJson));
-        QCOMPARE(!capture.folder->problems().isEmpty(), problemNoted);
-        CPUMonitor cpu(capture.platform, quiet);
-        LidAngleMonitor lid(capture.platform, quiet);
-        QSignalSpy gaveUp(&lid, &LidAngleMonitor::isAvailableChanged);
-        const auto angleLog = logOf(lid, &LidAngleMonitor::angleChanged, &LidAngleMonitor::formatted);
-        const auto processorLog = logOf(cpu, &CPUMonitor::loadChanged, &CPUMonitor::loadText);
-        logOf(cpu, &CPUMonitor::temperatureChanged, &CPUMonitor::temperature, processorLog);
-        cpu.start();
-        lid.start();
-        for (int tick = 1; tick < ticks; ++tick) {
-            cpu.readNow();
-            lid.readNow();
-        }
-        settle(cpu);
-        settle(lid);
-        QCOMPARE(*angleLog, angles);
-        QCOMPARE(*processorLog, processor);
-        lid.start();
-        QCOMPARE(lid.isRunning(), !angles.isEmpty());
-        QCOMPARE(lid.isAvailable(), !angles.isEmpty());
-        QCOMPARE(gaveUp.size(), angles.isEmpty() ? 1 : 0);
-    }
-
 };
 
 QUILLON_TEST_MAIN(TestLive)

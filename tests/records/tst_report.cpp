@@ -182,26 +182,6 @@ private Q_SLOTS:
         QVERIFY((reopened.header() == WorkshopHeader{u"Atelier du Port"_s, u"0123456789 \u00B7 3 quai des Brumes"_s}));
     }
 
-    void suggestedFileName_data()
-    {
-        QTest::addColumn<QString>("model"); // empty: no hardware record
-        QTest::addColumn<QDateTime>("now");
-        QTest::addColumn<QString>("fileName");
-        QTest::newRow("every space replaced") << u"Mac  Studio (2023)"_s << morning
-                                              << u"Bilan-Mac--Studio-(2023)-2026-11-16.txt"_s;
-        QTest::newRow("no hardware, 00:30 in Paris: the day before in UTC")
-            << QString() << QDateTime(QDate(2026, 11, 17), QTime(0, 30), Qt::LocalTime)
-            << u"Bilan-Mac-2026-11-16.txt"_s;
-    }
-
-    void suggestedFileName()
-    {
-        QFETCH(QString, model);
-        QFETCH(QDateTime, now);
-        QFETCH(QString, fileName);
-        const auto hardware = model.isEmpty() ? std::nullopt : std::optional(HardwareInfo{.modelName = model});
-        QCOMPARE(ReportBuilder::suggestedFileName(hardware, now), fileName);
-    }
 };
 
 QUILLON_TEST_MAIN(TestReport)

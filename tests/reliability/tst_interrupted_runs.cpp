@@ -57,25 +57,17 @@ public:
         return m_changed.wait_for(lock, std::chrono::minutes(1), [&] { return m_waiting == count; });
     }
 
-    int waiting() const
+    // How many runs wait, gave up, whether they were cancelled, and the data types asked.
+    struct Seen
+    {
+        int waiting, gaveUp;
+        bool cancelled;
+        QStringList started;
+    };
+    Seen seen() const
     {
         std::lock_guard lock(m_mutex);
-        return m_waiting;
-    }
-    int gaveUp() const
-    {
-        std::lock_guard lock(m_mutex);
-        return m_gaveUp;
-    }
-    bool cancelled() const
-    {
-        std::lock_guard lock(m_mutex);
-        return m_cancelled;
-    }
-    QStringList started() const
-    {
-        std::lock_guard lock(m_mutex);
-        return m_started;
+        return {m_waiting, m_gaveUp, m_cancelled, m_started};
     }
 
 private:
@@ -105,13 +97,13 @@ private Q_SLOTS:
         bool finished = false;
         state->loadEverything(false, [&finished] { finished = true; });
         QVERIFY(profiler->waitForWaitingRuns(runsOfAFullLoad));
-        QVERIFY(!profiler->cancelled());
+        QVERIFY(!profiler->seen().cancelled);
 
         state.reset();
 
-        QVERIFY(profiler->cancelled());
-        QCOMPARE(profiler->waiting(), 0);
-        QCOMPARE(profiler->gaveUp(), 0);
+        QVERIFY(profiler->seen().cancelled);
+        QCOMPARE(profiler->seen().waiting, 0);
+        QCOMPARE(profiler->seen().gaveUp, 0);
         // The state is gone: nothing is delivered to it afterwards.
         QCoreApplication::processEvents();
         QVERIFY(!finished);
@@ -151,8 +143,8 @@ private Q_SLOTS:
         QCOMPARE(errors, u"quillon-bilan : interrompu, les relevés en cours sont arrêtés.\n"_s);
         QCOMPARE(output, QString());
         QVERIFY(!QFile::exists(*options.output));
-        QCOMPARE(profiler->waiting(), 0);
-        QCOMPARE(profiler->gaveUp(), 0);
+        QCOMPARE(profiler->seen().waiting, 0);
+        QCOMPARE(profiler->seen().gaveUp, 0);
     }
 
     void interruptionCallsBackOnceAndRestoresTheSignals_data()

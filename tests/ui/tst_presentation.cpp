@@ -19,12 +19,7 @@ namespace {
 
 DeviceNode node(const QString &name, QList<DeviceNode> children = {}, QList<InfoRow> rows = {})
 {
-    DeviceNode made;
-    made.name = name;
-    made.symbol = u"cable.connector"_s;
-    made.children = std::move(children);
-    made.rows = std::move(rows);
-    return made;
+    return { .name = name, .symbol = u"cable.connector"_s, .rows = std::move(rows), .children = std::move(children) };
 }
 
 } // namespace

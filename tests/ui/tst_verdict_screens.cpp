@@ -26,13 +26,7 @@ namespace {
 HardwareCheck check(const QString &title, CheckStatus status, std::optional<QString> measurement = std::nullopt,
     std::optional<LiveMetric> live = std::nullopt)
 {
-    HardwareCheck made;
-    made.title = title;
-    made.symbol = u"cpu"_s;
-    made.status = status;
-    made.measurement = std::move(measurement);
-    made.live = live;
-    return made;
+    return { .title = title, .symbol = u"cpu"_s, .status = status, .measurement = measurement, .live = live };
 }
 
 DiagnosticsReport report(QList<HardwareCheck> checks)
@@ -44,53 +38,28 @@ const LiveValues someLive { u"118°"_s, u"37 %"_s, 0.37, u"52 °C"_s };
 
 BatteryInfo battery(std::optional<qint64> health, bool healthy, int charge, bool pluggedIn)
 {
-    BatteryInfo made;
-    made.healthPercent = health;
-    made.isConditionHealthy = healthy;
-    made.chargePercent = charge;
-    made.isPluggedIn = pluggedIn;
-    return made;
+    return { .chargePercent = charge, .isPluggedIn = pluggedIn, .healthPercent = health, .isConditionHealthy = healthy };
 }
 
 BatterySnapshot snapshot(int charge, bool charging, bool pluggedIn)
 {
-    BatterySnapshot made;
-    made.chargePercent = charge;
-    made.isCharging = charging;
-    made.isPluggedIn = pluggedIn;
-    return made;
+    return { .chargePercent = charge, .isCharging = charging, .isPluggedIn = pluggedIn };
 }
 
 HardwareInfo machine()
 {
-    HardwareInfo made;
-    made.modelName = u"Mac Studio"_s;
-    made.modelIdentifier = u"Mac13,1"_s;
-    made.chip = u"Apple M1 Max"_s;
-    made.coresShort = u"10 (8P + 2E)"_s;
-    made.memory = u"32 Go"_s;
-    made.osVersion = u"macOS 15.1 (24B83)"_s;
-    return made;
+    return { .modelName = u"Mac Studio"_s, .modelIdentifier = u"Mac13,1"_s, .chip = u"Apple M1 Max"_s,
+        .coresShort = u"10 (8P + 2E)"_s, .memory = u"32 Go"_s, .osVersion = u"macOS 15.1 (24B83)"_s };
 }
 
 StorageVolume volume(const QString &name, double totalBytes, bool internal)
 {
-    StorageVolume made;
-    made.name = name;
-    made.totalBytes = totalBytes;
-    made.isInternal = internal;
-    return made;
+    return { .name = name, .totalBytes = totalBytes, .isInternal = internal };
 }
 
 DeviceNode display(QList<InfoRow> rows)
 {
-    DeviceNode screen;
-    screen.name = u"Studio Display"_s;
-    screen.rows = std::move(rows);
-    DeviceNode processor;
-    processor.name = u"Apple M1 Max"_s;
-    processor.children = { screen };
-    return processor;
+    return { .name = u"Apple M1 Max"_s, .children = { DeviceNode { .name = u"Studio Display"_s, .rows = std::move(rows) } } };
 }
 
 // The figures of the configuration card as "label=value" texts.
