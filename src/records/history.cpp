@@ -124,16 +124,6 @@ QStringList History::notes() const
     return m_store->notes();
 }
 
-void History::setShowsAll(bool showsAll)
-{
-    if (showsAll == m_showsAll)
-        return;
-    beginResetModel();
-    m_showsAll = showsAll;
-    endResetModel();
-    Q_EMIT showsAllChanged();
-}
-
 void History::setFilter(const JournalFilter &filter)
 {
     if (filter == m_filter)
@@ -251,11 +241,6 @@ bool History::record(const std::optional<HardwareInfo> &hardware, const std::opt
         const QModelIndex changed = index(int(same));
         if (changed.isValid())
             Q_EMIT dataChanged(changed, changed);
-    } else if (!m_showsAll && m_entries.size() >= shownEntries) {
-        // The oldest entry shown leaves the list as the new one comes in.
-        beginResetModel();
-        m_entries.prepend(std::move(entry));
-        endResetModel();
     } else {
         beginInsertRows(QModelIndex(), 0, 0);
         m_entries.prepend(std::move(entry));
@@ -323,8 +308,7 @@ QString History::exportCsv(const QString &filePath) const
 
 int History::rowCount(const QModelIndex &parent) const
 {
-    const int selectedEntries = selectedCount();
-    return parent.isValid() ? 0 : (m_showsAll ? selectedEntries : std::min(selectedEntries, shownEntries));
+    return parent.isValid() ? 0 : selectedCount();
 }
 
 QVariant History::data(const QModelIndex &index, int role) const

@@ -42,7 +42,6 @@ class History : public QAbstractListModel
     // French; empty when all is well.
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     // Every entry is listed, not only the newest 500.
-    Q_PROPERTY(bool showsAll READ showsAll WRITE setShowsAll NOTIFY showsAllChanged)
     // Number of entries the search selects (all of them without one).
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     // The entries already recorded are still being read from the journal's file.
@@ -69,8 +68,6 @@ public:
     };
     Q_ENUM(Role)
 
-    // The entries listed until every entry is asked for.
-    static constexpr int shownEntries = 500;
     // A machine checked again within this time replaces its own entry.
     static constexpr qint64 sameCheckMSecs = 3600 * 1000;
 
@@ -102,9 +99,7 @@ public:
     // What opening the journal did that the user must know (a file set aside, entries
     // taken over from the former journal).
     QStringList notes() const;
-    bool showsAll() const { return m_showsAll; }
     bool isReading() const { return m_reading; }
-    void setShowsAll(bool showsAll);
 
     // Adds the machine, or replaces the entry of the same machine made less than an hour
     // ago where it stands, in one write. False, with `problem` saying why, when nothing was
@@ -131,7 +126,6 @@ public:
 Q_SIGNALS:
     void countChanged();
     void problemChanged();
-    void showsAllChanged();
     void selectionChanged();
     // Emitted after every change of the entries, once the model signals are out.
     void entriesChanged();
@@ -156,7 +150,6 @@ private:
     QHash<QUuid, QUuid> m_replacedWhileReading;
     QList<HistoryEntry> m_entries;
     QString m_problem;
-    bool m_showsAll = false;
     JournalFilter m_filter;
     QList<HistoryEntry> m_selected;
 };

@@ -92,12 +92,8 @@ private Q_SLOTS:
         QTest::newRow("4 points apart") << linesOf(gap, "{}", health(R"("sppower_battery_health_maximum_capacity": "95%")"))
             << QStringList{u"Capacité mesurée = 91 % (macOS indique 95 %) : macOS lisse sa capacité maximale sur de nombreuses "
                            "charges, alors que le rapport en mAh suit la dernière mesure de la batterie."_s};
-        QTest::newRow("3 points apart") << linesOf(gap, "{}", health(R"("sppower_battery_health_maximum_capacity": "88%")"))
-                                        << QStringList();
         // The clock reads 15 January 2027. Packed: (year - 1980) << 9 | month << 5 | day.
         const QString age = u"Âge"_s;
-        QTest::newRow("packed: 12 March 2019") << linesOf(age, R"({"ManufactureDate": 20076})")
-                                               << QStringList{u"Âge = Fabriquée en mars 2019 (7 ans)"_s};
         QTest::newRow("packed: a year to the day") << linesOf(age, R"({"ManufactureDate": 23599})")
                                                    << QStringList{u"Âge = Fabriquée en janvier 2026 (1 an)"_s};
         QTest::newRow("packed: one day short of a year") << linesOf(age, R"({"ManufactureDate": 23600})")
@@ -111,9 +107,6 @@ private Q_SLOTS:
         QTest::newRow("computed: 4382 / 4790 rounded") << linesOf(capacity, "{}") << QStringList{u"Capacité maximale = 91 %"_s};
         QTest::newRow("computed: 32 / 256 is 12.5, rounded up")
             << linesOf(capacity, R"({"NominalChargeCapacity": 32, "DesignCapacity": 256})") << QStringList{u"Capacité maximale = 13 %"_s};
-        QTest::newRow("raw maximum without nominal capacity")
-            << linesOf(capacity, R"({"NominalChargeCapacity": null, "AppleRawMaxCapacity": 3087})")
-            << QStringList{u"Capacité maximale = 64 %"_s};
         QTest::newRow("above the design capacity") << linesOf(capacity, R"({"NominalChargeCapacity": 5000})")
             << QStringList{u"Capacité maximale = 104 %"_s};
 
@@ -121,22 +114,16 @@ private Q_SLOTS:
         QTest::newRow("full and plugged in, though charging")
             << linesOf(state, R"({"FullyCharged": true, "ExternalConnected": true, "IsCharging": true})")
             << QStringList{u"État = Chargée — sur secteur [powerState]"_s};
-        QTest::newRow("charging") << linesOf(state, R"({"IsCharging": true, "FullyCharged": true})")
-            << QStringList{u"État = En charge [powerState]"_s};
         QTest::newRow("on battery") << linesOf(state, "{}") << QStringList{u"État = Sur batterie [powerState]"_s};
 
         // The other estimate always holds a valid value that must not be used.
         const QString time = u"(Autonomie|Charge complète)"_s;
         QTest::newRow("not known yet") << linesOf(time, R"({"AvgTimeToEmpty": 65535, "AvgTimeToFull": 30})") << QStringList();
-        QTest::newRow("one hour") << linesOf(time, R"({"AvgTimeToEmpty": 60, "AvgTimeToFull": 30})")
-            << QStringList{u"Autonomie restante = 1 h 0 min"_s};
         QTest::newRow("to full while charging") << linesOf(time, R"({"IsCharging": true, "AvgTimeToFull": 125, "AvgTimeToEmpty": 30})")
             << QStringList{u"Charge complète dans = 2 h 5 min"_s};
 
         QTest::newRow("temperature to one decimal") << linesOf(u"Temp"_s, R"({"Temperature": 3055})")
             << QStringList{u"Température = 30.6 °C"_s};
-        QTest::newRow("raw voltage first") << linesOf(u"Tension"_s, R"({"AppleRawBatteryVoltage": 12340, "Voltage": 11000})")
-            << QStringList{u"Tension = 12.34 V"_s};
         QTest::newRow("discharging") << linesOf(u"Courant"_s, R"({"Amperage": -812})") << QStringList{u"Courant = -812 mA"_s};
         const QString adapter = u"(Adaptateur|Puissance|Fabricant de)"_s;
         const QByteArray charger = R"({"_name": "sppower_ac_charger_information", "sppower_ac_charger_name": "",
@@ -144,20 +131,15 @@ private Q_SLOTS:
         QTest::newRow("adapter") << linesOf(adapter, "{}", R"({"_name": "sppower_information"}, )" + charger)
             << QStringList{u"Puissance = 30 W"_s, u"Adaptateur branché = Non"_s};
         QTest::newRow("no smart-battery service") << presence({}) << QStringList{u"none"_s, u"none"_s};
-        QTest::newRow("not installed") << presence(R"({"BatteryInstalled": false})") << QStringList{u"none"_s, u"none"_s};
 
         // The system's health word first, else the internal power source's.
         QTest::newRow("Service Recommended") << condition("Service Recommended") << QStringList{u"Entretien recommandé | unhealthy"_s};
-        QTest::newRow("Poor") << condition("Poor") << QStringList{u"Vérifier la batterie | unhealthy"_s};
         QTest::newRow("an unknown word as it is") << condition("Unknown") << QStringList{u"Unknown | unhealthy"_s};
         QTest::newRow("the power source as fallback") << condition({}, u"Check Battery"_s)
             << QStringList{u"Vérifier la batterie | unhealthy"_s};
-        QTest::newRow("the system first") << condition("Good", u"Check Battery"_s) << QStringList{u"Normale | healthy"_s};
 
         QTest::newRow("known maker and lot code") << cells(lengthPrefixed({"SWD", "1234"}))
             << QStringList{u"Fabricant des cellules = Sunwoda (SWD)"_s, u"Code de lot des cellules = 1234"_s};
-        QTest::newRow("unknown maker, lot code too short") << cells(lengthPrefixed({"567", "XYZ"}))
-            << QStringList{u"Fabricant des cellules = XYZ — inconnu d'Apple"_s};
         QTest::newRow("first known code, first long number") << cells(lengthPrefixed({"ABC", "SON", "ATL", "123", "4567", "89012"}))
             << QStringList{u"Fabricant des cellules = Sony"_s, u"Code de lot des cellules = 4567"_s};
         QTest::newRow("unprintable: the scan resumes after the length byte") << cells(QByteArray("\x04\x03SWD"))

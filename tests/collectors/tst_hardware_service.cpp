@@ -123,12 +123,10 @@ private Q_SLOTS:
             << u"8 cœurs / 16 threads | 8 cœurs"_s;
         QTest::newRow("cores: no count, no logical count") << cores(u"many"_s, R"({"hw.physicalcpu": 8})") << u"— | —"_s;
 
-        QTest::newRow("memory in GB") << memory(u"16 GB"_s) << u"16 GB"_s;
         QTest::newRow("memory from the kernel") << memory(std::nullopt) << u"17,18\u00A0Go"_s;
         QTest::newRow("no memory at all") << localizedMemory(std::nullopt, FakeKernel()) << u"—"_s;
 
         QTest::newRow("uptime of one hour") << upFor(3'600'000) << u"1 h 0 min"_s;
-        QTest::newRow("no boot time") << uptime(FakeKernel(), QDateTime::currentDateTimeUtc()) << u"—"_s;
 
         FakeProcess process;
         process.version = u"Version 15.1 (Build 24B83)"_s;

@@ -138,15 +138,11 @@ private Q_SLOTS:
             true}}) << u"Autre, Macintosh HD"_s;
         QTest::newRow("no root volume: the first reported wins") << kept({{u"Premier"_s, 250e9, u"T7"_s}, {u"Second"_s, 250e9, u"T7"_s}})
             << u"Premier"_s;
-        QTest::newRow("larger external first") << kept({{u"Petit"_s, 16e9, u"SanDisk"_s}, {u"Grand"_s, 4000e9, u"LaCie"_s}})
-            << u"Grand, Petit"_s;
         QTest::newRow("volumes without a drive are told apart by name")
             << kept({{u"Réseau"_s, 100e9}, {u"Réseau"_s, 100e9}, {u"Partage"_s, 100e9}}) << u"Réseau, Partage"_s;
 
         QTest::newRow("disk image by device name") << fields(R"({"_name": "VLC", "physical_drive": {"device_name": "Disk Image"}})")
             << QString();
-        QTest::newRow("disk image in lower case is a disk") << fields(R"({"_name": "Archive",
-            "physical_drive": {"device_name": "disk image"}})") << u"Archive | 0 / 0 | - | - | external | - | - | disk image"_s;
         QTest::newRow("failing disk") << fields(R"({"_name": "HD", "size_in_bytes": 1000, "file_system": "HFS+",
             "physical_drive": {"device_name": "WDC", "is_internal_disk": "yes", "smart_status": "Failing"}})")
             << u"HD | 1000 / 0 | HFS+ | - | internal | Failing | not verified | WDC"_s;

@@ -86,7 +86,6 @@ private Q_SLOTS:
         const QString desktop = u"nonApplicable | Composant absent de ce modèle. | -"_s;
         QTest::newRow("keyboard with its layout") << keyboardCheck(allParts())
             << u"ok | Clavier intégré reconnu par le pilote (disposition Français). | Français"_s;
-        QTest::newRow("keyboard missing") << keyboardCheck(parts(true)) << u"info | Aucun clavier intégré détecté. | Non détecté"_s;
         QTest::newRow("backlight") << keyboardBacklightCheck(allParts()) << u"ok | Interface de rétroéclairage présente. | -"_s;
         const QString healthy = u"ok | Trackpad intégré sain, aucune erreur critique rapportée par le pilote. | Détecté"_s;
         QTest::newRow("trackpad without error count") << trackpadCheck(allParts()) << healthy;
@@ -96,8 +95,6 @@ private Q_SLOTS:
             << u"info | Aucun trackpad intégré détecté. | Non détecté"_s;
         QTest::newRow("lid angle") << lidAngleCheck(allParts())
             << u"ok | Angle d'ouverture mesuré en direct par le capteur HID. | Détecté"_s;
-        QTest::newRow("lid angle missing") << lidAngleCheck(parts(true))
-            << u"info | Pas de capteur d'angle exposé par ce modèle. | Non détecté"_s;
         const QString noSensor = u"info | Aucune interface HID de capteur interne détectée. | "_s;
         QTest::newRow("sensors: one") << sensorsCheck({.sensorInterfaces = 1})
             << u"ok | 1 interface(s) HID de capteurs internes actives (luminosité, couvercle, alimentation…). | 1"_s;

@@ -57,8 +57,6 @@ private Q_SLOTS:
         QTest::newRow("122 degrees") << QByteArray("017a00") << 0 << u"122"_s;
         QTest::newRow("180 is the limit") << QByteArray("01b400") << 0 << u"180"_s;
         QTest::newRow("181 is past the hinge") << QByteArray("01b500") << 0 << u"-"_s;
-        QTest::newRow("closed lid") << QByteArray("010000") << 0 << u"0"_s;
-        QTest::newRow("failed request") << QByteArray("017a00") << int(0xE00002C0u) << u"-"_s;
     }
 
     void lidAngle()

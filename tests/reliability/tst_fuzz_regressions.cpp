@@ -134,35 +134,6 @@ private Q_SLOTS:
         QCOMPARE(HardwareService::localizedMemory(std::nullopt, kernel), u"9\u202F223\u202F372,04\u00A0To"_s);
     }
 
-    // Swap use is an unsigned 64-bit count; from 2^63 on it could not be written as a byte
-    // text and stopped the program (a capture's "used": -1 gives 2^64 - 1). No machine swaps
-    // that much: such a reading counts as none.
-    void swapUseBeyondTheSignedRangeCountsAsNoReading_data()
-    {
-        QTest::addColumn<quint64>("used");
-        QTest::addColumn<CheckStatus>("status");
-        QTest::addColumn<QString>("summary");
-        QTest::newRow("2^63 - 1 bytes")
-            << quint64(std::numeric_limits<qint64>::max()) << CheckStatus::attention
-            << u"16 GB de RAM mais 9\u202F223\u202F372,04\u00A0To d'échange sur disque — la machine manque de mémoire."_s;
-        QTest::newRow("2^63 bytes") << (quint64(1) << 63) << CheckStatus::info << u"16 GB de mémoire vive."_s;
-        QTest::newRow("2^64 - 1 bytes") << std::numeric_limits<quint64>::max() << CheckStatus::info
-                                        << u"16 GB de mémoire vive."_s;
-    }
-
-    void swapUseBeyondTheSignedRangeCountsAsNoReading()
-    {
-        QFETCH(quint64, used);
-        QFETCH(CheckStatus, status);
-        QFETCH(QString, summary);
-        HardwareInfo hardware;
-        hardware.memory = u"16 GB"_s;
-        Sysctl::SwapUsage swap;
-        swap.used = used;
-        const HardwareCheck check = DiagnosticsService::memoryCheck(hardware, swap, qint64(17179869184));
-        QCOMPARE(check.status, status);
-        QCOMPARE(check.summary, summary);
-    }
 };
 
 QUILLON_TEST_MAIN(TestFuzzRegressions)

@@ -103,7 +103,6 @@ private Q_SLOTS:
         stopped.stoppedAfterSeconds = 15;
         QTest::newRow("FileVault: no answer in time") << readFileVault(stopped)
                                                       << u"unknown | fdesetup status ne répond pas après 15 s"_s;
-        QTest::newRow("FileVault: on") << readFileVault(printed("FileVault is On.\n")) << u"on | Activé"_s;
         QTest::newRow("FileVault: on after restart")
             << readFileVault(printed("FileVault is Off, but will be enabled after the next restart.\n"))
             << u"off | Désactivé, activation au prochain démarrage"_s;
@@ -112,8 +111,6 @@ private Q_SLOTS:
         QTest::newRow("integrity: custom configuration")
             << readIntegrityProtection(printed("System Integrity Protection status: unknown (Custom Configuration).\n"))
             << u"off | Configuration personnalisée, en partie désactivée"_s;
-        QTest::newRow("integrity: enabled") << readIntegrityProtection(printed("System Integrity Protection status: enabled.\n"))
-                                            << u"on | Activée"_s;
         QTest::newRow("Find My: token among the names")
             << readFindMy(printed("SystemAudioVolume\t%80\nfmm-mobileme-token-FMM\tbplist\n")) << u"on | Activé"_s;
         QTest::newRow("Find My: a name that only starts alike")
@@ -121,7 +118,6 @@ private Q_SLOTS:
         QTest::newRow("Find My: nothing printed") << readFindMy(printed("")) << u"unknown | nvram -p n'a rien répondu"_s;
         QTest::newRow("activation lock: word absent") << readActivationLock(std::nullopt)
                                                       << u"unknown | macOS ne l'indique pas pour ce Mac"_s;
-        QTest::newRow("activation lock: enabled") << readActivationLock(u"activation_lock_enabled"_s) << u"on | Activé"_s;
     }
 
     void ownershipCommands()
@@ -148,7 +144,6 @@ private Q_SLOTS:
             << u"mains libres, télécommande, audio, audio basse consommation, Unknown"_s;
         QTest::newRow("a mask alone says nothing") << shown(bluetoothServices(u"0x392039"_s)) << u"(rien)"_s;
         QTest::newRow("Apple's company number") << shown(bluetoothVendor(u"0x004C"_s)) << u"Apple"_s;
-        QTest::newRow("another company's") << shown(bluetoothVendor(u"0x0006"_s)) << u"(rien)"_s;
     }
 
     void deviceWords()
@@ -172,8 +167,6 @@ private Q_SLOTS:
                                        << u"3 | 100/10 | 12400000000000 | 1402 | 0 | 0"_s;
         QTest::newRow("counters above 32 bits") << DriveHealthLog{u"APPLE SSD"_s, healthLog(150, 0x1'0000'0000ULL, 0x1'0000'0001ULL, 7, 4), {}}
                                                 << u"150 | 100/10 | 2199023255552000 | 4294967297 | 7 | 4"_s;
-        QTest::newRow("a short log") << DriveHealthLog{u"APPLE SSD"_s, QByteArray(511, '\0'), {}}
-                                     << u"journal de santé de 511 octets au lieu de 512"_s;
         QTest::newRow("refused") << DriveHealthLog{u"APPLE SSD"_s, {}, u"lecture refusée"_s} << u"lecture refusée"_s;
     }
 
@@ -193,9 +186,6 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("output");
         QTest::addColumn<QString>("outcome"); // the item names, or the failure text
         QTest::newRow("empty array") << 0 << QByteArray(R"({"SPUSBDataType": []})") << u"[]"_s;
-        QTest::newRow("items in order, other members ignored")
-            << 0 << QByteArray(R"({"SPAudioDataType": 3, "SPUSBDataType": [{"_name": "hub"}, {"_name": "clé"}]})")
-            << u"[hub, clé]"_s;
         QTest::newRow("member is an object") << 0 << QByteArray(R"({"SPUSBDataType": {}})") << unreadable;
         QTest::newRow("an element is not an object") << 0 << QByteArray(R"({"SPUSBDataType": [{}, 3]})") << unreadable;
         QTest::newRow("not JSON") << 0 << QByteArray("system_profiler: unknown data type") << unreadable;
@@ -221,17 +211,13 @@ private Q_SLOTS:
             QTest::newRow(name) << item << read;
         };
         row("missing key", { { u"V"_s, 1 }, { u"v "_s, 1 } }, { none, none, none, none });
-        row("empty text", item(R"("")"), { none, none, none, none });
         row("true", item("true"), { u"1"_s, u"1"_s, u"1"_s, u"Oui"_s });
-        row("12.7", item("12.7"), { u"12.7"_s, u"12.7"_s, u"12"_s, u"Oui"_s });
         row("-3.9 truncated toward zero", item("-3.9"), { u"-3.9"_s, u"-3.9"_s, u"-3"_s, u"Oui"_s });
         row("1e21", item("1e21"), { u"1e+21"_s, u"1e+21"_s, none, u"Oui"_s });
         row("above the signed range", { { u"v"_s, std::numeric_limits<quint64>::max() } },
             { u"18446744073709551615"_s, u"18446744073709551616"_s, none, u"Oui"_s });
         row("text 12.5", item(R"("12.5")"), { u"12.5"_s, u"12.5"_s, none, none });
-        row("text 12.5 GB", item(R"("12.5 GB")"), { u"12.5 GB"_s, none, none, none });
         row("text with a plus", item(R"("+1e3")"), { u"+1e3"_s, u"1000"_s, none, none });
-        row("texts joined", item(R"(["a", "b"])"), { u"a, b"_s, none, none, none });
         row("mixed array", item(R"([1, "a", true, 2.5])"), { u"1, a, 1, 2.5"_s, none, none, none });
         row("null", item("null"), { none, none, none, none });
     }
@@ -254,7 +240,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("reading");
         const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
         QTest::newRow("4 bytes holding -1") << "hw.memsize"_ba << hex("ffffffff") << u"-1"_s;
-        QTest::newRow("8 bytes, 16 GiB") << "hw.memsize"_ba << hex("0000000004000000") << u"17179869184"_s;
         QTest::newRow("text to the first zero") << "kern.osversion"_ba << QByteArray("24B83\0x\0", 8) << u"24B83"_s;
         QTest::newRow("invalid UTF-8 replaced") << "kern.osversion"_ba << hex("61ff6200") << u"a\uFFFDb"_s;
         // 1 763 200 000 s = 20 407 days + 35 200 s after 1970; 999 999 µs ignored.
@@ -263,7 +248,6 @@ private Q_SLOTS:
         // total 3 GiB, available 1 GiB, used 2 GiB, then page size and encryption flag.
         const QByteArray swap = hex("000000c000000000000000400000000000000080000000000040000001000000");
         QTest::newRow("swap") << "vm.swapusage"_ba << swap << u"3221225472 2147483648 1073741824"_s;
-        QTest::newRow("swap of 24 bytes") << "vm.swapusage"_ba << swap.left(24) << none;
     }
 
     void kernelValues()
@@ -278,16 +262,12 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("wording");
-        QTest::newRow("display on, feminine") << u"spdisplays_on"_s << u"Activée"_s;
         QTest::newRow("activation lock off, masculine") << u"activation_lock_disabled"_s << u"Désactivé"_s;
         QTest::newRow("built-in XDR from the table")
             << u"spdisplays_built-in-liquid-retina-xdr"_s << u"Liquid Retina XDR intégré"_s;
         QTest::newRow("unknown built-in panel by the rule")
             << u"spdisplays_built-in-mini-led"_s << u"Built in mini led"_s;
-        QTest::newRow("Yes is not a table word") << u"Yes"_s << u"Yes"_s;
         QTest::newRow("coreaudio prefix, last part only") << u"coreaudio_device_output"_s << u"Output"_s;
-        QTest::newRow("no known prefix") << u"Intel_HD"_s << u"Intel_HD"_s;
-        QTest::newRow("prefix in another case") << u"SPdisplays_yes"_s << u"SPdisplays_yes"_s;
     }
 
     void humanize()
@@ -306,9 +286,7 @@ private Q_SLOTS:
         QTest::newRow("Mac16,6 is the 14-inch") << u"Mac16,6"_s << u"MacBook Pro 14″ M4 Pro/Max, 2024"_s;
         QTest::newRow("M5 Max MacBook Pro") << u"Mac17,6"_s << u"MacBook Pro 16″ M5 Pro/Max, 2026"_s;
         QTest::newRow("MacBook Neo") << u"Mac17,5"_s << u"MacBook Neo A18 Pro, 2026"_s;
-        QTest::newRow("Intel, generic name") << u"MacBookPro15,3"_s << u"MacBook Pro 15″, 2019"_s;
         QTest::newRow("unknown") << u"Mac99,1"_s << none;
-        QTest::newRow("lower case") << u"mac16,7"_s << none;
     }
 
     void commercialName()
@@ -326,7 +304,6 @@ private Q_SLOTS:
             << R"({"Mac99,1": {"name": "Nouveau", "year": 2031, "chip": "M9"}})"_ba << u"Mac99,1=Nouveau, 2031"_s;
         QTest::newRow("one entry lacking year")
             << R"({"Mac16,7": {"name": "A", "year": 2024}, "Mac99,1": {"name": "B"}})"_ba << none;
-        QTest::newRow("year as text") << R"({"Mac99,1": {"name": "B", "year": "2024"}})"_ba << none;
         QTest::newRow("not JSON") << "Mac99,1 = B"_ba << none;
     }
 

@@ -187,13 +187,6 @@ Item {
                 }
             }
         }
-        LinkButton {
-            objectName: "showAllEntries"
-            readonly property var history: page.controller.history
-            visible: history !== null && !history.showsAll && history.count > 500
-            text: qsTr("Tout afficher (%1 machines)").arg(history ? history.count : 0)
-            onClicked: history.showsAll = true
-        }
     }
 
     FileDialog {
