@@ -65,47 +65,6 @@ QString paddedRight(const QString &text, qsizetype width)
     return text + QString(std::max<qsizetype>(width - characterCount(text), 0), u' ');
 }
 
-// One block of label/value rows under its title, the labels padded to the longest one.
-void appendSection(QStringList &lines, const QString &title, const QList<InfoRow> &rows)
-{
-    lines << QString() << title << lightRule();
-    qsizetype width = 0;
-    for (const InfoRow &row : rows)
-        width = std::max(width, characterCount(row.label));
-    for (const InfoRow &row : rows)
-        lines << margin + paddedRight(row.label, width) + margin + row.value;
-}
-
-void appendWorkshop(QStringList &lines, const std::optional<WorkshopHeader> &workshop)
-{
-    if (!workshop)
-        return;
-    lines << heavyRule() << margin + workshop->name.toUpper();
-    if (workshop->details)
-        lines << margin + *workshop->details;
-}
-
-void appendTitle(QStringList &lines, const std::optional<HardwareInfo> &hardware, const ReportStamp &stamp)
-{
-    const QString model = hardware ? hardware->modelName : u"Mac"_s;
-    lines << heavyRule();
-    lines << margin + localized("%1 — bilan matériel").arg(model);
-    lines << margin + localized("Établi le %1 par %2 %3").arg(Format::longDateShortTime(stamp.madeAt), stamp.application, stamp.version);
-    lines << heavyRule();
-}
-
-void appendVerdict(QStringList &lines, const DiagnosticsReport &report)
-{
-    lines << QString();
-    lines << localized("VERDICT : ") + report.headline().toUpper();
-    lines << localized("%1 contrôles · %2 corrects · %3 à surveiller · %4 anomalies")
-                 .arg(QString::number(report.applicableCount()), QString::number(report.count(CheckStatus::ok)),
-                      QString::number(report.count(CheckStatus::attention)),
-                      QString::number(report.count(CheckStatus::alerte)));
-    for (const FailedRead &read : report.failedReads)
-        lines << localized("Lecture impossible : %1 — %2").arg(AppSections::title(read.section), read.failure);
-}
-
 // The battery rows, with the charge level and power state of the latest live reading.
 QList<InfoRow> batteryRows(const BatteryInfo &battery, const std::optional<BatterySnapshot> &snapshot)
 {
@@ -121,23 +80,23 @@ QList<InfoRow> batteryRows(const BatteryInfo &battery, const std::optional<Batte
     return rows;
 }
 
-void appendVolumes(QStringList &lines, const QList<StorageVolume> &volumes)
+ReportPart volumesPart(const QList<StorageVolume> &volumes)
 {
-    if (volumes.isEmpty())
-        return;
-    lines << QString() << localized("STOCKAGE") << lightRule();
+    ReportPart part{localized("STOCKAGE"), {}, {}, {}};
     for (const StorageVolume &volume : volumes) {
         const qint64 usedPercent = Format::roundedPercent(volume.usedFraction() * 100);
-        lines << margin
-                + localized("%1 — %2 (%3 libres, %4 % utilisés)").arg(volume.name, ByteFormat::string(volume.totalBytes),
-                                          ByteFormat::string(volume.freeBytes), QString::number(usedPercent));
+        part.lines.append({localized("%1 — %2 (%3 libres, %4 % utilisés)")
+                               .arg(volume.name, ByteFormat::string(volume.totalBytes),
+                                    ByteFormat::string(volume.freeBytes), QString::number(usedPercent)),
+                           1});
         if (volume.deviceName)
-            lines << margin + margin + localized("Disque : %1").arg(*volume.deviceName);
+            part.lines.append({localized("Disque : %1").arg(*volume.deviceName), 2});
         if (volume.smartStatus)
-            lines << margin + margin + localized("S.M.A.R.T. : %1").arg(*volume.smartStatus);
+            part.lines.append({localized("S.M.A.R.T. : %1").arg(*volume.smartStatus), 2});
         if (volume.wear)
-            lines << margin + margin + localized("Usure : %1").arg(DiagnosticsService::wearSummary(*volume.wear));
+            part.lines.append({localized("Usure : %1").arg(DiagnosticsService::wearSummary(*volume.wear)), 2});
     }
+    return part;
 }
 
 // The live reading a check names when it is known, else the check's own measurement.
@@ -160,57 +119,86 @@ std::optional<QString> checkValue(const HardwareCheck &check, const LiveValues &
     return value ? value : check.measurement;
 }
 
-// The checks of one group under its title; a group without checks has no block.
-void appendChecks(QStringList &lines, const QString &title, CheckGroup group, const DiagnosticsReport &report,
-                  const LiveValues &live)
+// The checks of one group; nothing when the group has none.
+std::optional<ReportPart> checksPart(const QString &title, CheckGroup group, const DiagnosticsReport &report,
+                                     const LiveValues &live)
 {
-    const bool any = std::any_of(report.checks.cbegin(), report.checks.cend(),
-                                 [group](const HardwareCheck &check) { return check.group == group; });
-    if (!any)
-        return;
-    lines << QString() << title << lightRule();
+    ReportPart part{title, {}, {}, {}};
     for (const HardwareCheck &check : report.checks) {
         if (check.group != group)
             continue;
-        const QString label = leftCharacters(CheckStatuses::label(check.status), statusWidth);
         const std::optional<QString> value = checkValue(check, live);
-        lines << margin + u'[' + paddedRight(label, statusWidth) + u"] "_s + check.title
-                + (value ? u" ("_s + *value + u')' : QString());
-        lines << QString(summaryIndent, u' ') + check.summary;
+        part.checks.append({check.status, check.title + (value ? u" ("_s + *value + u')' : QString()), check.summary});
     }
+    return part.checks.isEmpty() ? std::nullopt : std::optional(part);
 }
 
-void appendDeviceNode(QStringList &lines, const DeviceNode &node, int depth)
-{
-    const QString indent = margin.repeated(depth + 1);
-    const std::optional<QString> status = deviceStatusLabel(node.status);
-    lines << indent + u"• "_s + node.name + (status ? u" — "_s + *status : QString());
-    for (const InfoRow &row : node.rows)
-        lines << indent + margin + margin + row.label + u" : "_s + row.value;
-}
-
-void appendDevices(QStringList &lines, const Inventory &inventory)
+QList<ReportPart> deviceParts(const Inventory &inventory)
 {
     const AppSection sections[] = {AppSection::displays, AppSection::usb,     AppSection::thunderbolt,
                                    AppSection::bluetooth, AppSection::network, AppSection::audio,
                                    AppSection::camera};
+    QList<ReportPart> parts;
     for (AppSection section : sections) {
         const QList<DeviceNode> nodes = inventory.value(section);
         if (nodes.isEmpty())
             continue;
-        lines << QString() << AppSections::title(section).toUpper() << lightRule();
-        for (const auto &[node, depth] : flattenedAll(nodes))
-            appendDeviceNode(lines, node, depth);
+        ReportPart part{AppSections::title(section).toUpper(), {}, {}, {}};
+        for (const auto &[node, depth] : flattenedAll(nodes)) {
+            const std::optional<QString> status = deviceStatusLabel(node.status);
+            part.lines.append({u"• "_s + node.name + (status ? u" — "_s + *status : QString()), depth + 1});
+            for (const InfoRow &row : node.rows)
+                part.lines.append({row.label + u" : "_s + row.value, depth + 3});
+        }
+        parts.append(part);
+    }
+    return parts;
+}
+
+// ---- The text form -----------------------------------------------------------------------
+
+// One block of label/value rows under its title, the labels padded to the longest one.
+void appendRows(QStringList &lines, const QList<InfoRow> &rows)
+{
+    qsizetype width = 0;
+    for (const InfoRow &row : rows)
+        width = std::max(width, characterCount(row.label));
+    for (const InfoRow &row : rows)
+        lines << margin + paddedRight(row.label, width) + margin + row.value;
+}
+
+void appendChecks(QStringList &lines, const QList<ReportCheckLine> &checks)
+{
+    for (const ReportCheckLine &check : checks) {
+        const QString label = leftCharacters(CheckStatuses::label(check.status), statusWidth);
+        lines << margin + u'[' + paddedRight(label, statusWidth) + u"] "_s + check.heading;
+        lines << QString(summaryIndent, u' ') + check.summary;
     }
 }
 
-void appendFooter(QStringList &lines)
+QString text(const ReportOutline &outline)
 {
-    lines << QString() << heavyRule();
-    lines << margin + localized("Ces contrôles comparent l'état rapporté par macOS à des seuils fixes.");
-    lines << margin + localized("Ce ne sont pas des tests de charge : le matériel n'est pas sollicité.");
-    lines << heavyRule();
-    lines << margin + localized("Établi avec Quillon, outil gratuit pour réparateurs — ") + ReportBuilder::webAddress();
+    QStringList lines;
+    if (outline.workshop) {
+        lines << heavyRule() << margin + outline.workshop->name.toUpper();
+        if (outline.workshop->details)
+            lines << margin + *outline.workshop->details;
+    }
+    lines << heavyRule() << margin + outline.title << margin + outline.stamp << heavyRule();
+    if (outline.worst) {
+        lines << QString() << localized("VERDICT : ") + outline.verdict.toUpper() << outline.tally;
+        lines << outline.failedReads;
+    }
+    for (const ReportPart &part : outline.parts) {
+        lines << QString() << part.title << lightRule();
+        appendRows(lines, part.rows);
+        appendChecks(lines, part.checks);
+        for (const auto &[line, depth] : part.lines)
+            lines << margin.repeated(depth) + line;
+    }
+    lines << QString() << heavyRule() << margin + outline.footer.value(0) << margin + outline.footer.value(1)
+          << heavyRule() << margin + outline.footer.value(2);
+    return lines.join(u'\n') + u'\n';
 }
 
 } // namespace
@@ -229,25 +217,47 @@ QString webAddress()
     return u"https://quillon.app"_s;
 }
 
+ReportOutline outline(const ReportContents &contents, const ReportStamp &stamp)
+{
+    ReportOutline made;
+    made.workshop = contents.workshop;
+    made.title = localized("%1 — bilan matériel").arg(contents.hardware ? contents.hardware->modelName : u"Mac"_s);
+    made.stamp = localized("Établi le %1 par %2 %3")
+                     .arg(Format::longDateShortTime(stamp.madeAt), stamp.application, stamp.version);
+    if (const std::optional<DiagnosticsReport> &report = contents.report) {
+        made.worst = report->worst();
+        made.verdict = report->headline();
+        made.tally = localized("%1 contrôles · %2 corrects · %3 à surveiller · %4 anomalies")
+                         .arg(QString::number(report->applicableCount()), QString::number(report->count(CheckStatus::ok)),
+                              QString::number(report->count(CheckStatus::attention)),
+                              QString::number(report->count(CheckStatus::alerte)));
+        for (const FailedRead &read : report->failedReads)
+            made.failedReads << localized("Lecture impossible : %1 — %2").arg(AppSections::title(read.section), read.failure);
+    }
+    if (contents.hardware)
+        made.parts.append({localized("CONFIGURATION"), contents.hardware->rows, {}, {}});
+    if (contents.report) {
+        if (auto part = checksPart(localized("PROPRIÉTÉ ET VERROUS"), CheckGroup::ownership, *contents.report, contents.live))
+            made.parts.append(*part);
+    }
+    if (contents.battery)
+        made.parts.append({localized("BATTERIE"), batteryRows(*contents.battery, contents.snapshot), {}, {}});
+    if (!contents.volumes.isEmpty())
+        made.parts.append(volumesPart(contents.volumes));
+    if (contents.report) {
+        if (auto part = checksPart(localized("ÉTAT DES COMPOSANTS"), CheckGroup::components, *contents.report, contents.live))
+            made.parts.append(*part);
+    }
+    made.parts.append(deviceParts(contents.inventory));
+    made.footer = {localized("Ces contrôles comparent l'état rapporté par macOS à des seuils fixes."),
+                   localized("Ce ne sont pas des tests de charge : le matériel n'est pas sollicité."),
+                   localized("Établi avec Quillon, outil gratuit pour réparateurs — ") + webAddress()};
+    return made;
+}
+
 QString build(const ReportContents &contents, const ReportStamp &stamp)
 {
-    QStringList lines;
-    appendWorkshop(lines, contents.workshop);
-    appendTitle(lines, contents.hardware, stamp);
-    if (contents.report)
-        appendVerdict(lines, *contents.report);
-    if (contents.hardware)
-        appendSection(lines, localized("CONFIGURATION"), contents.hardware->rows);
-    if (contents.report)
-        appendChecks(lines, localized("PROPRIÉTÉ ET VERROUS"), CheckGroup::ownership, *contents.report, contents.live);
-    if (contents.battery)
-        appendSection(lines, localized("BATTERIE"), batteryRows(*contents.battery, contents.snapshot));
-    appendVolumes(lines, contents.volumes);
-    if (contents.report)
-        appendChecks(lines, localized("ÉTAT DES COMPOSANTS"), CheckGroup::components, *contents.report, contents.live);
-    appendDevices(lines, contents.inventory);
-    appendFooter(lines);
-    return lines.join(u'\n') + u'\n';
+    return text(outline(contents, stamp));
 }
 
 QString suggestedFileName(const std::optional<HardwareInfo> &hardware, const QDateTime &now)

@@ -41,10 +41,46 @@ struct ReportStamp
     static ReportStamp ofThisApplication(const QDateTime &madeAt);
 };
 
+// One verdict as the report writes it: its level, "Titre (valeur)", its sentence.
+struct ReportCheckLine
+{
+    CheckStatus status = CheckStatus::info;
+    QString heading;
+    QString summary;
+};
+
+// One block of the report under its title: label/value rows, verdicts, or lines each with
+// its depth (how many margins stand before it).
+struct ReportPart
+{
+    QString title;
+    QList<InfoRow> rows;
+    QList<ReportCheckLine> checks;
+    QList<std::pair<QString, int>> lines;
+};
+
+// What the report says, in order, before any layout: the text and the PDF are both drawn
+// from it, so they never say different things.
+struct ReportOutline
+{
+    std::optional<WorkshopHeader> workshop;
+    QString title;
+    QString stamp;
+    // The verdict block, when there is a report: the headline, its level, the tally, the
+    // failed reads.
+    std::optional<CheckStatus> worst;
+    QString verdict;
+    QString tally;
+    QStringList failedReads;
+    QList<ReportPart> parts;
+    QStringList footer;
+};
+
 // The plain-text hardware check ("bilan") handed to a customer: fixed-width text for a
 // monospaced font, lines joined by line feeds, one line feed at the end.
 namespace ReportBuilder {
 
+ReportOutline outline(const ReportContents &contents, const ReportStamp &stamp);
 QString build(const ReportContents &contents, const ReportStamp &stamp);
 
 // "Bilan-{model}-{date}.txt": the model name (or "Mac") with its spaces replaced by
