@@ -108,7 +108,7 @@ QString helpText()
            "Dresse le bilan matériel de ce Mac (ou d’une capture) et l’écrit en texte.\n"
            "\n"
            "  --capture DOSSIER          relit une capture au lieu de ce Mac\n"
-           "  --output FICHIER           écrit le bilan dans ce fichier (UTF-8) au lieu de la sortie standard\n"
+           "  --output FICHIER           écrit le bilan dans ce fichier : un PDF A4 si son nom finit par .pdf, sinon le texte\n"
            "  --record                   ajoute la machine au journal, comme l’application\n"
            "  --journal-csv              écrit le journal au format CSV sur la sortie standard\n"
            "    --search TEXTE           … seulement les machines dont le numéro de série ou le modèle contient TEXTE\n"

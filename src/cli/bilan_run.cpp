@@ -8,6 +8,9 @@
 #include "platform/factory/platform_factory.h"
 #include "records/history.h"
 #include "records/report_builder.h"
+#ifdef QUILLON_HAS_PDF
+#include "records/report_pdf.h"
+#endif
 #include "records/workshop_settings.h"
 #include "state/app_state.h"
 
@@ -52,7 +55,7 @@ void loadEverything(AppState &state)
         loop.exec();
 }
 
-QString reportText(const AppState &state, const LiveValues &live, const BilanOptions &options)
+ReportOutline reportOutline(const AppState &state, const LiveValues &live, const BilanOptions &options)
 {
     const Platform &platform = state.platform();
     ReportContents contents;
@@ -64,7 +67,7 @@ QString reportText(const AppState &state, const LiveValues &live, const BilanOpt
     contents.report = state.report();
     contents.live = live;
     contents.workshop = workshopFor(options);
-    return ReportBuilder::build(contents, ReportStamp::ofThisApplication(platform.clock->now()));
+    return ReportBuilder::outline(contents, ReportStamp::ofThisApplication(platform.clock->now()));
 }
 
 std::optional<QString> writeAtomically(const QString &path, const QByteArray &bytes)
@@ -77,6 +80,24 @@ std::optional<QString> writeAtomically(const QString &path, const QByteArray &by
     if (file.write(bytes) != bytes.size() || !file.commit())
         return file.errorString();
     return std::nullopt;
+}
+
+bool wantsPdf(const BilanOptions &options)
+{
+    return options.output && options.output->endsWith(u".pdf"_s, Qt::CaseInsensitive);
+}
+
+// The report in the form its file name asks for: a PDF for ".pdf", else the text.
+std::optional<QString> writeReport(const ReportOutline &outline, const BilanOptions &options)
+{
+    if (!wantsPdf(options))
+        return writeAtomically(*options.output, ReportBuilder::build(outline).toUtf8());
+#ifdef QUILLON_HAS_PDF
+    const QString failure = ReportPdf::write(outline, *options.output);
+    return failure.isEmpty() ? std::nullopt : std::optional(failure);
+#else
+    return u"cette construction de quillon-bilan n’écrit pas de PDF"_s;
+#endif
 }
 
 } // namespace
@@ -127,7 +148,7 @@ int runBilan(const BilanOptions &options, const Platform &platform, QTextStream 
 
     // With only --journal-csv, the journal is printed as it stands.
     const bool wantsReport = !options.journalCsv || options.output || options.record;
-    std::optional<QString> report;
+    std::optional<ReportOutline> report;
     AppState state(platform);
     if (wantsReport) {
         LiveReadings readings(platform);
@@ -137,7 +158,7 @@ int runBilan(const BilanOptions &options, const Platform &platform, QTextStream 
         const LiveValues live = readings.finish();
         for (const QString &problem : PlatformFactory::captureProblems(platform))
             errors << u"quillon-bilan : attention : "_s << problem << Qt::endl;
-        report = reportText(state, live, options);
+        report = reportOutline(state, live, options);
     }
 
     // Every section that could not be read is said, and makes the run incomplete.
@@ -174,10 +195,10 @@ int runBilan(const BilanOptions &options, const Platform &platform, QTextStream 
     }
 
     if (report && options.output) {
-        if (const auto error = writeAtomically(*options.output, report->toUtf8()))
+        if (const auto error = writeReport(*report, options))
             return fail(errors, exitWriteFailed, u"écriture impossible de « %1 » : %2"_s.arg(*options.output, *error));
     } else if (report && !options.journalCsv) {
-        output << *report;
+        output << ReportBuilder::build(*report);
     }
     output.flush();
     return status;

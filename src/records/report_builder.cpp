@@ -255,6 +255,11 @@ ReportOutline outline(const ReportContents &contents, const ReportStamp &stamp)
     return made;
 }
 
+QString build(const ReportOutline &outline)
+{
+    return text(outline);
+}
+
 QString build(const ReportContents &contents, const ReportStamp &stamp)
 {
     return text(outline(contents, stamp));
@@ -264,7 +269,7 @@ QString suggestedFileName(const std::optional<HardwareInfo> &hardware, const QDa
 {
     QString model = hardware ? hardware->modelName : u"Mac"_s;
     model.replace(u' ', u'-');
-    return localized("Bilan-%1-%2.txt").arg(model, Format::utcCalendarDate(now));
+    return localized("Bilan-%1-%2.pdf").arg(model, Format::utcCalendarDate(now));
 }
 
 } // namespace ReportBuilder

@@ -81,9 +81,11 @@ struct ReportOutline
 namespace ReportBuilder {
 
 ReportOutline outline(const ReportContents &contents, const ReportStamp &stamp);
+// The text form of an outline, and of contents.
+QString build(const ReportOutline &outline);
 QString build(const ReportContents &contents, const ReportStamp &stamp);
 
-// "Bilan-{model}-{date}.txt": the model name (or "Mac") with its spaces replaced by
+// "Bilan-{model}-{date}.pdf": the model name (or "Mac") with its spaces replaced by
 // dashes, and the UTC calendar date of `now`.
 QString suggestedFileName(const std::optional<HardwareInfo> &hardware, const QDateTime &now);
 

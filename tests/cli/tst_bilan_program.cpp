@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -73,6 +74,33 @@ private Q_SLOTS:
         QVERIFY(run.standardOutput.startsWith(heavyRule + u'\n'));
         QVERIFY(run.standardOutput.contains(u"  Établi le "_s));
         QVERIFY(run.standardOutput.endsWith(u"outil gratuit pour réparateurs — https://quillon.app\n"_s));
+    }
+
+    // The same report as an A4 PDF, read back with a PDF text extractor: its verdict, its
+    // last line, a number on every page, private to its owner.
+    void everyCaptureGivesAPdf_data() { everyCaptureGivesAWholeReport_data(); }
+
+    void everyCaptureGivesAPdf()
+    {
+        QFETCH(QString, capture);
+        const QString extractor = QStandardPaths::findExecutable(u"pdftotext"_s);
+        if (extractor.isEmpty())
+            QSKIP("pdftotext (poppler-utils, installed by scripts/setup) is missing");
+        QTemporaryDir folder;
+        const QString pdf = folder.filePath(u"bilan.pdf"_s);
+        const Run text = bilan({u"--capture"_s, capturesDir + u'/' + capture});
+        QCOMPARE(bilan({u"--capture"_s, capturesDir + u'/' + capture, u"--output"_s, pdf}).exitCode, text.exitCode);
+        QCOMPARE(QFile::permissions(pdf) & 0x00FF, QFileDevice::Permissions());
+        QProcess extract;
+        extract.start(extractor, {pdf, u"-"_s});
+        QVERIFY(extract.waitForFinished(60000));
+        const QString words = QString::fromUtf8(extract.readAllStandardOutput()).simplified();
+        const QString verdict = text.standardOutput.section(u"VERDICT : "_s, 1).section(u'\n', 0, 0);
+        QVERIFY2(words.toUpper().contains(verdict), qPrintable(verdict));
+        QVERIFY(words.contains(u"outil gratuit pour réparateurs — https://quillon.app"_s));
+        const qsizetype pages = words.count(u"Page "_s);
+        QVERIFY(pages >= 1);
+        QVERIFY(words.contains(u"Page %1 sur %1"_s.arg(pages)));
     }
 
     void sampleReportIsTheSameEveryTime()

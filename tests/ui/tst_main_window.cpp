@@ -136,7 +136,7 @@ private Q_SLOTS:
         QVERIFY(allDataSectionsCached(state));
         QVERIFY(state.report());
         // The model name and the capture's date, not today's.
-        QCOMPARE(asked.first().first().toUrl().fileName(), u"Bilan-MacBook-Pro-2026-11-16.txt"_s);
+        QCOMPARE(asked.first().first().toUrl().fileName(), u"Bilan-MacBook-Pro-2026-11-16.pdf"_s);
 
         // Cancelling writes nothing, and a second export can start.
         window.cancelExport();

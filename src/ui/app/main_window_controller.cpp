@@ -9,6 +9,7 @@
 #include "records/report_builder.h"
 #include "records/workshop_settings.h"
 #include "state/app_state.h"
+#include "records/report_pdf.h"
 #include "ui/export/report_export.h"
 #include "ui/presentation/presentation.h"
 
@@ -206,7 +207,7 @@ void MainWindowController::startExport()
     m_state.load(AppSection::diagnostics, false, [self] {
         if (!self)
             return;
-        self->m_pendingText = self->buildReportText();
+        self->m_pendingReport = self->buildReport();
         const QDateTime now = self->m_state.platform().clock->now();
         const QString name = ReportBuilder::suggestedFileName(self->m_state.hardware(), now);
         Q_EMIT self->saveRequested(QUrl::fromLocalFile(QDir(self->proposedFolder()).filePath(name)));
@@ -221,7 +222,7 @@ QString MainWindowController::proposedFolder() const
     return QDir(documents).exists() ? documents : QDir::homePath();
 }
 
-QString MainWindowController::buildReportText() const
+ReportOutline MainWindowController::buildReport() const
 {
     ReportContents contents;
     contents.hardware = m_state.hardware();
@@ -232,7 +233,7 @@ QString MainWindowController::buildReportText() const
     contents.report = m_state.report();
     contents.live = liveValues(m_lidAngleMonitor.angle(), m_processorMonitor.load(), m_processorMonitor.temperature());
     contents.workshop = m_workshop.header();
-    return ReportBuilder::build(contents, ReportStamp::ofThisApplication(m_state.platform().clock->now()));
+    return ReportBuilder::outline(contents, ReportStamp::ofThisApplication(m_state.platform().clock->now()));
 }
 
 void MainWindowController::finishExport(const QUrl &file)
@@ -240,8 +241,11 @@ void MainWindowController::finishExport(const QUrl &file)
     if (!m_isExporting)
         return;
     const QString path = file.isLocalFile() ? file.toLocalFile() : file.toString();
-    const QString error = ReportExport::writeText(path, m_pendingText);
-    m_pendingText.clear();
+    // A PDF unless the name asks for the text form.
+    const QString error = path.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)
+        ? ReportExport::writeText(path, ReportBuilder::build(m_pendingReport.value_or(ReportOutline())))
+        : ReportPdf::write(m_pendingReport.value_or(ReportOutline()), path);
+    m_pendingReport.reset();
     if (error.isEmpty()) {
         if (m_reveal)
             m_reveal(path);
@@ -259,7 +263,7 @@ void MainWindowController::openCapture(const QUrl &folder)
 
 void MainWindowController::cancelExport()
 {
-    m_pendingText.clear();
+    m_pendingReport.reset();
     setExporting(false);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/report_builder.h"
+
 #include "core/app_section.h"
 #include "live/live_values.h"
 #include "ui/models/section_list_model.h"
@@ -123,7 +125,6 @@ public:
     Q_INVOKABLE void finishExport(const QUrl &file);
     Q_INVOKABLE void cancelExport();
     // The text waiting for its file while the save dialog is open.
-    QString pendingReportText() const { return m_pendingText; }
 
     // The folder where the save dialog proposes the report: the user's documents folder
     // by default (the home folder when there is none).
@@ -156,7 +157,7 @@ private:
     void recordInJournal();
     void setExporting(bool exporting);
     void updateLive();
-    QString buildReportText() const;
+    ReportOutline buildReport() const;
 
     AppState &m_state;
     History &m_history;
@@ -169,7 +170,8 @@ private:
     LiveValues m_live;
     bool m_isVisible = false;
     bool m_isExporting = false;
-    QString m_pendingText;
+    // The report being exported, from the moment everything is loaded to the file's choice.
+    std::optional<ReportOutline> m_pendingReport;
     QString m_proposedFolder;
     QHash<AppSection, SectionState *> m_sectionStates;
     SectionListModel *m_sections = nullptr;

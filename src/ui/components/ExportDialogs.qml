@@ -29,8 +29,8 @@ Item {
         objectName: "saveDialog"
         title: qsTr("Exporter le bilan")
         fileMode: FileDialog.SaveFile
-        defaultSuffix: "txt"
-        nameFilters: ["*.txt"]
+        defaultSuffix: "pdf"
+        nameFilters: [qsTr("PDF (*.pdf)"), qsTr("Texte (*.txt)")]
         onAccepted: root.controller.finishExport(saveDialog.selectedFile)
         onRejected: root.controller.cancelExport()
     }
