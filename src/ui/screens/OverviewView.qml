@@ -18,6 +18,16 @@ ColumnLayout {
     }
     // As many tiles of at least 158 points as fit side by side, 12 points apart.
     readonly property int tileColumns: Math.max(1, Math.floor((root.width + 12) / (158 + 12)))
+    // Every tile as tall as the tallest, so that a row never has uneven tiles.
+    readonly property real tileHeight: {
+        let tallest = 0
+        for (let i = 0; i < tiles.count; ++i) {
+            const tile = tiles.itemAt(i)
+            if (tile)
+                tallest = Math.max(tallest, tile.implicitHeight)
+        }
+        return tallest
+    }
 
     spacing: 11
 
@@ -149,12 +159,15 @@ ColumnLayout {
         Layout.fillWidth: true
 
         Repeater {
+            id: tiles
+
             model: root.screen.tiles
 
             delegate: DeviceStatusTile {
                 id: tile
 
                 Layout.preferredWidth: (root.width - (root.tileColumns - 1) * 12) / root.tileColumns
+                Layout.preferredHeight: root.tileHeight
                 onActivated: root.controller.openSection(tile.section)
             }
         }
