@@ -7,6 +7,7 @@
 #include "platform/capture/capture_writer.h"
 #include "platform/factory/platform_factory.h"
 #include "records/history.h"
+#include "records/visit_changes.h"
 #include "records/report_builder.h"
 #ifdef QUILLON_HAS_PDF
 #include "records/report_pdf.h"
@@ -15,6 +16,7 @@
 #include "state/app_state.h"
 
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QSaveFile>
 
 using namespace Qt::StringLiterals;
@@ -67,6 +69,15 @@ ReportOutline reportOutline(const AppState &state, const LiveValues &live, const
     contents.report = state.report();
     contents.live = live;
     contents.workshop = workshopFor(options);
+    const QDateTime now = platform.clock->now();
+    // The journal is read, never made, for the changes since this Mac's previous visit.
+    const QString journal = History::defaultDirectory() + u"/journal.sqlite"_s;
+    if (contents.hardware && contents.report && !History::defaultDirectory().isEmpty() && QFileInfo::exists(journal)) {
+        const HistoryEntry current
+            = History::entryFor(*contents.hardware, contents.battery, contents.volumes, *contents.report, now);
+        if (const auto previous = VisitChanges::previousVisit(JournalStore::readEntries(journal), current))
+            contents.sinceLastVisit = VisitChanges::since(*previous, current);
+    }
     return ReportBuilder::outline(contents, ReportStamp::ofThisApplication(platform.clock->now()));
 }
 

@@ -4,6 +4,10 @@
 #include <QtConcurrent/QtConcurrentRun>
 
 #include "core/formatting.h"
+#include "records/visit_changes.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <QDir>
 #include <QFile>
@@ -24,7 +28,16 @@ QVariant optionalVariant(const auto &value)
     return value ? QVariant::fromValue(*value) : QVariant();
 }
 
-// The volume whose capacity the journal keeps: the first internal one, else the first.
+// The volume the journal keeps: the first internal one, else the first.
+const StorageVolume *journalVolume(const QList<StorageVolume> &volumes)
+{
+    for (const StorageVolume &volume : volumes) {
+        if (volume.isInternal)
+            return &volume;
+    }
+    return volumes.isEmpty() ? nullptr : &volumes.first();
+}
+
 std::optional<double> journalStorageBytes(const QList<StorageVolume> &volumes)
 {
     for (const StorageVolume &volume : volumes) {
@@ -88,6 +101,7 @@ void History::finishReading(const QList<HistoryEntry> &read)
             firstChecks.append(entry);
     }
     const int previousCount = count();
+    m_bySerial.reset();
     beginResetModel();
     m_entries = firstChecks + merged;
     reselect();
@@ -179,14 +193,27 @@ void History::publishChange(int previousCount)
 HistoryEntry History::makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
                                 const QList<StorageVolume> &volumes, const DiagnosticsReport &report) const
 {
+    return entryFor(hardware, battery, volumes, report, m_clock->now());
+}
+
+HistoryEntry History::entryFor(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
+                               const QList<StorageVolume> &volumes, const DiagnosticsReport &report, const QDateTime &date)
+{
     HistoryEntry entry;
-    entry.date = m_clock->now();
+    entry.date = date;
     entry.modelName = hardware.modelName;
     entry.modelIdentifier = hardware.modelIdentifier;
     entry.serialNumber = hardware.serialNumber;
     entry.chip = hardware.chip;
     entry.memory = hardware.memory;
     entry.storageBytes = journalStorageBytes(volumes);
+    if (const StorageVolume *volume = journalVolume(volumes)) {
+        entry.freeBytes = volume->freeBytes;
+        if (volume->wear && !volume->wear->unreadable) {
+            entry.ssdWearPercent = volume->wear->percentageUsed;
+            entry.ssdWrittenBytes = volume->wear->bytesWritten;
+        }
+    }
     if (battery) {
         entry.batteryHealth = battery->healthPercent;
         entry.batteryCycles = battery->cycleCount;
@@ -195,7 +222,30 @@ HistoryEntry History::makeEntry(const HardwareInfo &hardware, const std::optiona
     entry.warningCount = report.count(CheckStatus::attention);
     entry.faultCount = report.count(CheckStatus::alerte);
     entry.failedReadCount = report.failedReads.size();
+    static const char *const raws[] = {"ok", "attention", "alerte", "info", "nonApplicable"};
+    QJsonObject levels;
+    for (const HardwareCheck &check : report.checks)
+        levels.insert(check.title, QString::fromLatin1(raws[int(check.status)]));
+    entry.levels = QString::fromUtf8(QJsonDocument(levels).toJson(QJsonDocument::Compact));
     return entry;
+}
+
+std::optional<QString> History::changesSincePreviousVisit(const HistoryEntry &entry) const
+{
+    if (!entry.serialNumber || entry.serialNumber->isEmpty())
+        return std::nullopt;
+    if (!m_bySerial) {
+        m_bySerial.emplace();
+        for (qsizetype i = 0; i < m_entries.size(); ++i) {
+            if (m_entries.at(i).serialNumber)
+                (*m_bySerial)[*m_entries.at(i).serialNumber].append(i);
+        }
+    }
+    QList<HistoryEntry> sameMachine;
+    for (const qsizetype position : m_bySerial->value(*entry.serialNumber))
+        sameMachine.append(m_entries.at(position));
+    const std::optional<HistoryEntry> previous = VisitChanges::previousVisit(sameMachine, entry);
+    return previous ? std::optional(VisitChanges::since(*previous, entry)) : std::nullopt;
 }
 
 bool History::record(const std::optional<HardwareInfo> &hardware, const std::optional<BatteryInfo> &battery,
@@ -213,6 +263,7 @@ bool History::record(const std::optional<HardwareInfo> &hardware, const std::opt
         return false;
     }
     const JournalStore::Recorded recorded = m_store->record(entry, sameCheckMSecs);
+    m_bySerial.reset();
     if (!recorded.failure.isEmpty()) {
         setProblem(u"la machine n’a pas été notée au journal : %1."_s.arg(recorded.failure));
         return false;
@@ -279,6 +330,7 @@ void History::removeIds(const QSet<QUuid> &ids)
     setProblem(QString());
     if (m_reading)
         m_removedWhileReading.unite(ids);
+    m_bySerial.reset();
     const int previousCount = count();
     beginResetModel();
     m_entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });
@@ -290,7 +342,9 @@ void History::removeIds(const QSet<QUuid> &ids)
 QString History::csv() const
 {
     // The byte-order mark tells spreadsheets the text is UTF-8, wherever it is written.
-    return QChar(0xFEFF) + HistoryCsv::text(selected());
+    return QChar(0xFEFF) + HistoryCsv::text(selected(), [this](const HistoryEntry &entry) {
+               return changesSincePreviousVisit(entry).value_or(QString());
+           });
 }
 
 QString History::exportCsv(const QString &filePath) const
@@ -300,7 +354,7 @@ QString History::exportCsv(const QString &filePath) const
         return file.errorString();
     // Serial numbers: readable by the owner only, from the first byte on.
     file.setPermissions(ownerOnly);
-    if (file.write(HistoryCsv::exportBytes(selected())) < 0 || !file.commit())
+    if (file.write(csv().toUtf8()) < 0 || !file.commit())
         return file.errorString();
     QFile::setPermissions(filePath, ownerOnly);
     return QString();

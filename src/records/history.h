@@ -101,6 +101,13 @@ public:
     QStringList notes() const;
     bool isReading() const { return m_reading; }
 
+    // The journal entry this machine would have if recorded at `date`.
+    static HistoryEntry entryFor(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
+                                 const QList<StorageVolume> &volumes, const DiagnosticsReport &report, const QDateTime &date);
+    // What changed since the same machine's previous visit ("Depuis le …"), or nothing for a
+    // first visit or a Mac without a serial number.
+    std::optional<QString> changesSincePreviousVisit(const HistoryEntry &entry) const;
+
     // Adds the machine, or replaces the entry of the same machine made less than an hour
     // ago where it stands, in one write. False, with `problem` saying why, when nothing was
     // recorded: no hardware or report, a date outside 2001–2200, or a write that failed.
@@ -146,6 +153,8 @@ private:
     // While the recorded entries are read: the entries removed meanwhile, and those replaced
     // by a new check of the same machine (old identifier to new).
     bool m_reading = false;
+    // The entries' positions by serial number, newest first, made again after each change.
+    mutable std::optional<QHash<QString, QList<qsizetype>>> m_bySerial;
     QSet<QUuid> m_removedWhileReading;
     QHash<QUuid, QUuid> m_replacedWhileReading;
     QList<HistoryEntry> m_entries;

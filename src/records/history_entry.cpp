@@ -324,6 +324,7 @@ QStringList headerCells()
         localized("Verdict"),
         localized("À surveiller"),
         localized("Anomalies"),
+        localized("Évolution"),
     };
 }
 
@@ -386,11 +387,11 @@ QString escapedCell(const QString &cell)
     return u'"' + safe + u'"';
 }
 
-QString text(const QList<HistoryEntry> &entries)
+QString text(const QList<HistoryEntry> &entries, const std::function<QString(const HistoryEntry &)> &changes)
 {
     QString out = row(headerCells());
     for (const HistoryEntry &entry : entries)
-        out += row(entryCells(entry));
+        out += row(entryCells(entry) << (changes ? changes(entry) : QString()));
     return out;
 }
 

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QUuid>
 
+#include <functional>
 #include <optional>
 
 // One machine checked on this computer: what the journal keeps of one refresh.
@@ -30,6 +31,13 @@ struct HistoryEntry
     qint64 faultCount = 0;
     // The sections that could not be read: such a bilan never reads as all clear.
     qint64 failedReadCount = 0;
+    // Free space of the same volume, and the wear of its SSD when its log was read.
+    std::optional<double> freeBytes;
+    std::optional<qint64> ssdWearPercent;
+    std::optional<double> ssdWrittenBytes;
+    // Each verdict's level by its title, as JSON ({"Batterie": "ok"…}), to tell what changed
+    // at the next visit.
+    QString levels;
 
     friend bool operator==(const HistoryEntry &, const HistoryEntry &) = default;
 };
@@ -71,7 +79,8 @@ QDateTime dateFromReferenceSeconds(double seconds);
 namespace HistoryCsv {
 
 // The header row, then one row per entry in list order; every row ends with a line feed.
-QString text(const QList<HistoryEntry> &entries);
+// The last column, "Évolution", holds what `changes` says of each entry.
+QString text(const QList<HistoryEntry> &entries, const std::function<QString(const HistoryEntry &)> &changes = {});
 
 // The bytes of an exported file: the UTF-8 byte-order mark, then the text in UTF-8.
 QByteArray exportBytes(const QList<HistoryEntry> &entries);

@@ -52,12 +52,17 @@ void bindEntry(QSqlQuery &query, const HistoryEntry &entry)
     query.bindValue(u":warnings"_s, entry.warningCount);
     query.bindValue(u":faults"_s, entry.faultCount);
     query.bindValue(u":failedReads"_s, entry.failedReadCount);
+    query.bindValue(u":free"_s, optional(entry.freeBytes));
+    query.bindValue(u":wear"_s, optional(entry.ssdWearPercent));
+    query.bindValue(u":written"_s, optional(entry.ssdWrittenBytes));
+    query.bindValue(u":levels"_s, text(entry.levels));
 }
 
 const QString insertEntry = u"INSERT INTO entries (id, date_ms, model_name, model_identifier, serial, chip, memory, "
-                            "storage_bytes, battery_health, battery_cycles, headline, warnings, faults, failed_reads) VALUES (:id, "
-                            ":date, :modelName, :modelIdentifier, :serial, :chip, :memory, :storage, :health, :cycles, "
-                            ":headline, :warnings, :faults, :failedReads)"_s;
+                            "storage_bytes, battery_health, battery_cycles, headline, warnings, faults, failed_reads, free_bytes, ssd_wear, "
+                            "ssd_written, levels) VALUES (:id, :date, :modelName, :modelIdentifier, :serial, :chip, :memory, "
+                            ":storage, :health, :cycles, :headline, :warnings, :faults, :failedReads, :free, :wear, :written, "
+                            ":levels)"_s;
 
 template <typename T>
 std::optional<T> optionalValue(const QVariant &value)
@@ -82,6 +87,10 @@ HistoryEntry entryFrom(const QSqlQuery &query)
     entry.warningCount = query.value(11).toLongLong();
     entry.faultCount = query.value(12).toLongLong();
     entry.failedReadCount = query.value(13).toLongLong();
+    entry.freeBytes = optionalValue<double>(query.value(14));
+    entry.ssdWearPercent = optionalValue<qint64>(query.value(15));
+    entry.ssdWrittenBytes = optionalValue<double>(query.value(16));
+    entry.levels = query.value(17).toString();
     return entry;
 }
 
@@ -191,7 +200,27 @@ bool JournalStore::createSchema()
                       "failed_reads INTEGER NOT NULL DEFAULT 0)"_s)
         && query.exec(u"CREATE INDEX IF NOT EXISTS entries_by_serial ON entries (serial)"_s)
         && query.exec(u"CREATE INDEX IF NOT EXISTS entries_by_date ON entries (date_ms)"_s)
-        && query.exec(u"CREATE TABLE IF NOT EXISTS facts (name TEXT PRIMARY KEY, value TEXT)"_s);
+        && query.exec(u"CREATE TABLE IF NOT EXISTS facts (name TEXT PRIMARY KEY, value TEXT)"_s)
+        && addColumns(query);
+}
+
+// The figures kept since the journal tells what changed between two visits; a journal
+// made before gains them, empty for its older entries.
+bool JournalStore::addColumns(QSqlQuery &query)
+{
+    QSet<QString> present;
+    if (!query.exec(u"PRAGMA table_info(entries)"_s))
+        return false;
+    while (query.next())
+        present.insert(query.value(1).toString());
+    const std::pair<const char *, const char *> columns[] = {
+        {"free_bytes", "REAL"}, {"ssd_wear", "INTEGER"}, {"ssd_written", "REAL"}, {"levels", "TEXT NOT NULL DEFAULT ''"}};
+    for (const auto &[name, type] : columns) {
+        if (!present.contains(QString::fromLatin1(name))
+            && !query.exec(u"ALTER TABLE entries ADD COLUMN %1 %2"_s.arg(QString::fromLatin1(name), QString::fromLatin1(type))))
+            return false;
+    }
+    return true;
 }
 
 // "journal-illisible-2026-11-16.sqlite", then "-2", "-3"… on the same day.
@@ -256,7 +285,8 @@ QList<HistoryEntry> selectEntries(const QSqlDatabase &database)
     QSqlQuery query(database);
     query.setForwardOnly(true);
     if (!query.exec(u"SELECT id, date_ms, model_name, model_identifier, serial, chip, memory, storage_bytes, "
-                    "battery_health, battery_cycles, headline, warnings, faults, failed_reads FROM entries ORDER BY seq DESC"_s))
+                    "battery_health, battery_cycles, headline, warnings, faults, failed_reads, free_bytes, ssd_wear, ssd_written, "
+                    "levels FROM entries ORDER BY seq DESC"_s))
         return found;
     while (query.next())
         found.append(entryFrom(query));
@@ -318,7 +348,8 @@ JournalStore::Recorded JournalStore::record(const HistoryEntry &entry, qint64 wi
         change.prepare(u"UPDATE entries SET id = :id, date_ms = :date, model_name = :modelName, model_identifier = "
                        ":modelIdentifier, serial = :serial, chip = :chip, memory = :memory, storage_bytes = :storage, "
                        "battery_health = :health, battery_cycles = :cycles, headline = :headline, warnings = :warnings, "
-                       "faults = :faults, failed_reads = :failedReads WHERE seq = :seq"_s);
+                       "faults = :faults, failed_reads = :failedReads, free_bytes = :free, ssd_wear = :wear, ssd_written = :written, "
+                       "levels = :levels WHERE seq = :seq"_s);
         change.bindValue(u":seq"_s, recent.value(0));
     } else {
         change.prepare(insertEntry);

@@ -3,6 +3,7 @@
 #include "records/history_entry.h"
 
 #include <QDateTime>
+#include <QSqlQuery>
 #include <QList>
 #include <QSet>
 #include <QString>
@@ -58,6 +59,7 @@ private:
     enum class State { usable, damaged, unavailable };
     bool open();
     bool createSchema();
+    bool addColumns(QSqlQuery &query);
     State check();
     void setAsideUnreadable(const QDate &today);
     void importFormerJournal();

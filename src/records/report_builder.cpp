@@ -187,6 +187,8 @@ QString text(const ReportOutline &outline)
     lines << heavyRule() << margin + outline.title << margin + outline.stamp << heavyRule();
     if (outline.worst) {
         lines << QString() << localized("VERDICT : ") + outline.verdict.toUpper() << outline.tally;
+        if (outline.sinceLastVisit)
+            lines << *outline.sinceLastVisit;
         lines << outline.failedReads;
     }
     for (const ReportPart &part : outline.parts) {
@@ -231,6 +233,7 @@ ReportOutline outline(const ReportContents &contents, const ReportStamp &stamp)
                          .arg(QString::number(report->applicableCount()), QString::number(report->count(CheckStatus::ok)),
                               QString::number(report->count(CheckStatus::attention)),
                               QString::number(report->count(CheckStatus::alerte)));
+        made.sinceLastVisit = contents.sinceLastVisit;
         for (const FailedRead &read : report->failedReads)
             made.failedReads << localized("Lecture impossible : %1 — %2").arg(AppSections::title(read.section), read.failure);
     }

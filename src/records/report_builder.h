@@ -26,6 +26,8 @@ struct ReportContents
     std::optional<DiagnosticsReport> report;
     LiveValues live;
     std::optional<WorkshopHeader> workshop;
+    // What changed since this Mac's previous visit ("Depuis le …").
+    std::optional<QString> sinceLastVisit;
 };
 
 // Who made the report and when: "Établi le {date} par {application} {version}".
@@ -71,6 +73,7 @@ struct ReportOutline
     std::optional<CheckStatus> worst;
     QString verdict;
     QString tally;
+    std::optional<QString> sinceLastVisit;
     QStringList failedReads;
     QList<ReportPart> parts;
     QStringList footer;

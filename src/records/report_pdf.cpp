@@ -154,6 +154,8 @@ void lay(Layout &layout, const ReportOutline &outline)
     if (outline.worst) {
         layout.text(outline.verdict, layout.font(14, true), levelColour(*outline.worst), 0, layout.mm(1));
         layout.text(outline.tally, layout.font(9.5), secondaryInk);
+        if (outline.sinceLastVisit)
+            layout.text(*outline.sinceLastVisit, layout.font(9.5, true), ink);
         for (const QString &failed : outline.failedReads)
             layout.text(failed, layout.font(9), levelColour(CheckStatus::attention));
     }

@@ -1,6 +1,8 @@
 #include "common/test_main.h"
 
 #include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
@@ -182,6 +184,24 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(60000));
         QCOMPARE(process.exitCode(), 3);
         QVERIFY(QString::fromUtf8(process.readAllStandardError()).contains(u"aucun dossier personnel"_s));
+    }
+
+    // The same Mac a week later: its report says what changed since, from the journal.
+    void aMacCheckedAgainSaysWhatChanged()
+    {
+        QCOMPARE(bilan({u"--capture"_s, capturesDir + u"/sample"_s, u"--record"_s}).exitCode, 0);
+        QTemporaryDir later;
+        for (QDirIterator files(capturesDir + u"/sample"_s, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
+            const QString path = files.next();
+            const QString target = later.path() + path.mid(capturesDir.size() + 7);
+            QDir().mkpath(QFileInfo(target).path());
+            QFile::copy(path, target);
+        }
+        QFile header(later.filePath(u"capture.json"_s));
+        QVERIFY(header.open(QIODevice::WriteOnly));
+        header.write(R"({"format": 1, "capturedAt": "2026-11-23T08:05:07Z", "description": "Une semaine plus tard"})");
+        header.close();
+        QVERIFY(bilan({u"--capture"_s, later.path()}).standardOutput.contains(u"\nDepuis le 16 novembre 2026 : rien n’a changé.\n"_s));
     }
 
     void recordThenJournalCsv()

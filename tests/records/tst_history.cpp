@@ -11,6 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
+Q_DECLARE_METATYPE(std::optional<QString>)
+
 namespace {
 
 const QDateTime morning(QDate(2026, 11, 16), QTime(8, 5, 7), Qt::UTC);
@@ -365,6 +367,41 @@ private Q_SLOTS:
         QCOMPARE(history->count(), 3 - int(selected.size()));
     }
 
+    // A Mac checked again a week later: what changed since, in its journal entry and its
+    // spreadsheet row; never for a check within the hour or a Mac without a serial number.
+    void changesSincePreviousVisit_data()
+    {
+        QTest::addColumn<int>("days");
+        QTest::addColumn<std::optional<QString>>("serial");
+        QTest::addColumn<QString>("changes"); // empty: none
+        QTest::newRow("a week later") << 7 << std::optional(u"C02X"_s)
+            << u"Depuis le 16 novembre 2026 : +120 cycles, santé \u22124 points, usure du SSD +2 points, +1,2\u00A0To écrits, "
+               "20\u00A0Go libres de moins ; Batterie : Correct → À surveiller."_s;
+        QTest::newRow("within the hour: the same visit") << 0 << std::optional(u"C02X"_s) << QString();
+        QTest::newRow("no serial number") << 7 << std::optional<QString>() << QString();
+    }
+
+    void changesSincePreviousVisit()
+    {
+        QFETCH(int, days);
+        QFETCH(std::optional<QString>, serial);
+        const auto visit = [&](qint64 cycles, qint64 health, double free, int wear, double written, CheckStatus level) {
+            StorageVolume disk{.totalBytes = 1e12, .freeBytes = free, .isInternal = true};
+            disk.wear = DriveWear{.percentageUsed = wear, .bytesWritten = written};
+            DiagnosticsReport report;
+            report.checks = {HardwareCheck{.title = u"Batterie"_s, .status = level}};
+            HardwareInfo hardware = machine(serial);
+            return open()->record(hardware, BatteryInfo{.cycleCount = cycles, .healthPercent = health}, {disk}, report);
+        };
+        QVERIFY(visit(100, 90, 200e9, 3, 12.4e12, CheckStatus::ok));
+        m_clock->moment = morning.addDays(days).addSecs(60);
+        QVERIFY(visit(220, 86, 180e9, 5, 13.6e12, CheckStatus::attention));
+        auto history = open();
+        QFETCH(QString, changes);
+        QCOMPARE(history->changesSincePreviousVisit(history->entries().first()).value_or(QString()), changes);
+        QVERIFY(history->csv().contains(u";"_s + HistoryCsv::escapedCell(changes) + u"\n"_s));
+    }
+
     // No cell runs as a formula in a spreadsheet, and a lone carriage return is quoted.
     void spreadsheetSafeCells_data()
     {
@@ -390,7 +427,7 @@ private Q_SLOTS:
     void csvExport()
     {
         const QString header = u"Date;Modèle;Identifiant;Numéro de série;Puce;Mémoire;Stockage;Capacité maximale;"
-                               "Cycles;Verdict;À surveiller;Anomalies\n"_s;
+                               "Cycles;Verdict;À surveiller;Anomalies;Évolution\n"_s;
         QCOMPARE(HistoryCsv::text({}), header);
         const QList<HistoryEntry> entries{
             {.date = QDateTime(QDate(2026, 11, 16), QTime(10, 30), Qt::OffsetFromUTC, 3600),
@@ -402,9 +439,9 @@ private Q_SLOTS:
              .warningCount = 1}};
         QCOMPARE(HistoryCsv::text(entries),
                  header + u"2026-11-16T09:30:00Z;\"Mac mini; M2\";Mac14,3;;\"Apple\nM2\";\"8\rGB\";;;;"
-                          "\"Le \"\"Studio\"\"\";1;2\n"
+                          "\"Le \"\"Studio\"\"\";1;2;\n"
                           "2026-11-16T08:05:07Z;MacBook Pro;MacBookPro18,3;C02XK1ABCD;Apple M1 Pro;16 GB;"
-                          "494,38\u00A0Go;91;123;1 point;1;0\n"_s);
+                          "494,38\u00A0Go;91;123;1 point;1;0;\n"_s);
 
         // The exported file: byte-order mark, then the text.
         auto history = open();

@@ -77,6 +77,7 @@ private Q_SLOTS:
             check(CheckStatus::nonApplicable, u"Wi-Fi"_s, std::nullopt, std::nullopt, u"Aucune puce Wi-Fi."_s),
         };
         contents.report = report;
+        contents.sinceLastVisit = u"Depuis le 9 novembre 2026 : +12 cycles."_s;
         contents.live.lidAngle = u"118°"_s;
         contents.live.processorTemperature = u"52 °C"_s;
         const DeviceNode keyboard{.name = u"Clavier"_s, .status = DeviceStatus::warning,
@@ -98,6 +99,7 @@ private Q_SLOTS:
                            heavyRule,
                            QString(), u"VERDICT : 1 POINT À SURVEILLER"_s,
                            u"4 contrôles \u00B7 1 corrects \u00B7 1 à surveiller \u00B7 0 anomalies"_s,
+                           u"Depuis le 9 novembre 2026 : +12 cycles."_s,
                            QString(), u"CONFIGURATION"_s, lightRule,
                            u"  Modèle           MacBook Air"_s,
                            u"  Me\u0301moire          16 GB"_s,

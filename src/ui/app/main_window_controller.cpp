@@ -233,6 +233,10 @@ ReportOutline MainWindowController::buildReport() const
     contents.report = m_state.report();
     contents.live = liveValues(m_lidAngleMonitor.angle(), m_processorMonitor.load(), m_processorMonitor.temperature());
     contents.workshop = m_workshop.header();
+    const QDateTime now = m_state.platform().clock->now();
+    if (contents.hardware && contents.report)
+        contents.sinceLastVisit = m_history.changesSincePreviousVisit(
+            History::entryFor(*contents.hardware, contents.battery, contents.volumes, *contents.report, now));
     return ReportBuilder::outline(contents, ReportStamp::ofThisApplication(m_state.platform().clock->now()));
 }
 

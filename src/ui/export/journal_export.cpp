@@ -12,11 +12,6 @@ JournalExport::JournalExport(QObject *parent) : QObject(parent), m_reveal(&Repor
 {
 }
 
-QString JournalExport::writeFile(const QString &filePath, const QList<HistoryEntry> &entries)
-{
-    return ReportExport::writeOwnerOnly(filePath, HistoryCsv::exportBytes(entries));
-}
-
 QString JournalExport::proposedFileName()
 {
     return u"Quillon-journal.csv"_s;
@@ -54,7 +49,7 @@ void JournalExport::finish(const QUrl &file)
     if (!m_history)
         return;
     const QString path = file.isLocalFile() ? file.toLocalFile() : file.toString();
-    const QString error = writeFile(path, m_history->selected());
+    const QString error = ReportExport::writeOwnerOnly(path, m_history->csv().toUtf8());
     if (!error.isEmpty()) {
         Q_EMIT exportFailed(error);
         return;

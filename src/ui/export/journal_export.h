@@ -28,10 +28,6 @@ class JournalExport : public QObject
 public:
     explicit JournalExport(QObject *parent = nullptr);
 
-    // Writes the exported spreadsheet (byte-order mark, then the semicolon-separated text in
-    // UTF-8) to `filePath`, replacing any file there, readable and writable by its owner
-    // only. Returns the platform's description of the failure, or an empty text.
-    static QString writeFile(const QString &filePath, const QList<HistoryEntry> &entries);
     // The file name the save dialog proposes.
     static QString proposedFileName();
 

@@ -1,5 +1,6 @@
 #include "ui/models/journal_list_model.h"
 
+#include "core/texts.h"
 #include "records/history.h"
 #include "ui/presentation/detail_presentation.h"
 #include "ui/presentation/presentation.h"
@@ -20,8 +21,12 @@ QVariant JournalListModel::data(const QModelIndex &index, int role) const
         return QIdentityProxyModel::data(index, role);
     const HistoryEntry &entry = m_history->selected().at(mapToSource(index).row());
     switch (role) {
-    case RowsRole:
-        return Presentation::rowsForQml(DetailPresentation::journalEntryRows(entry));
+    case RowsRole: {
+        QList<InfoRow> rows = DetailPresentation::journalEntryRows(entry);
+        if (const std::optional<QString> changes = m_history->changesSincePreviousVisit(entry))
+            rows.append(InfoRow(localized("Évolution"), *changes));
+        return Presentation::rowsForQml(rows);
+    }
     case SymbolRole:
         return DetailPresentation::journalEntrySymbol(entry.warningCount, entry.faultCount, entry.failedReadCount);
     case HeadlineColourRole:
