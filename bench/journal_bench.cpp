@@ -113,4 +113,16 @@ void benchJournal(BenchTable &table, const Platform &platform, int runs)
         replacing.search(QString(), QString(), QString(), QString());
     });
     table.add({ u"recherche d’un numéro de série (et retour à tout le journal)"_s, searching, u"ms"_s });
+
+    // The same search in a journal of 10 000 entries.
+    QTemporaryDir smaller;
+    writeJournal(smaller.path(), platform, 10000);
+    History tenThousand(platform.clock, smaller.path());
+    Samples searchingTen = timeRuns(2, runs, [&] {
+        tenThousand.search(u"C02BENCH4321"_s, QString(), QString(), QString());
+        if (tenThousand.selectedCount() != 1)
+            qFatal("la recherche trouve %d entrées", tenThousand.selectedCount());
+        tenThousand.search(QString(), QString(), QString(), QString());
+    });
+    table.add({ u"la même recherche parmi 10 000 entrées"_s, searchingTen, u"ms"_s, 50.0 });
 }
