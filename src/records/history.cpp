@@ -222,10 +222,9 @@ HistoryEntry History::entryFor(const HardwareInfo &hardware, const std::optional
     entry.warningCount = report.count(CheckStatus::attention);
     entry.faultCount = report.count(CheckStatus::alerte);
     entry.failedReadCount = report.failedReads.size();
-    static const char *const raws[] = {"ok", "attention", "alerte", "info", "nonApplicable"};
     QJsonObject levels;
     for (const HardwareCheck &check : report.checks)
-        levels.insert(check.title, QString::fromLatin1(raws[int(check.status)]));
+        levels.insert(check.title, VisitChanges::levelWord(check.status));
     entry.levels = QString::fromUtf8(QJsonDocument(levels).toJson(QJsonDocument::Compact));
     return entry;
 }

@@ -27,11 +27,13 @@ template <typename T> std::optional<T> difference(const std::optional<T> &before
     return *after - *before;
 }
 
-QString levelLabel(const QString &raw)
+QString levelLabel(const QString &word)
 {
-    const QStringList raws{u"ok"_s, u"attention"_s, u"alerte"_s, u"info"_s, u"nonApplicable"_s};
-    const qsizetype index = raws.indexOf(raw);
-    return index < 0 ? raw : CheckStatuses::label(CheckStatus(index));
+    for (const CheckStatus status : CheckStatuses::allCases()) {
+        if (VisitChanges::levelWord(status) == word)
+            return CheckStatuses::label(status);
+    }
+    return word;
 }
 
 // "Batterie : Correct → À surveiller" for each verdict both visits judged differently.
@@ -57,6 +59,12 @@ QString dayText(const QDateTime &moment)
 } // namespace
 
 namespace VisitChanges {
+
+QString levelWord(CheckStatus status)
+{
+    static const char *const words[] = {"ok", "attention", "alerte", "info", "nonApplicable"};
+    return QString::fromLatin1(words[int(status)]);
+}
 
 std::optional<HistoryEntry> previousVisit(const QList<HistoryEntry> &journal, const HistoryEntry &current)
 {

@@ -7,8 +7,13 @@
 
 #include <optional>
 
+#include "diagnostics/diagnostics_report.h"
+
 // What changed on a Mac between two visits to the workshop, from their journal entries.
 namespace VisitChanges {
+
+// The word a journal entry keeps for a verdict's level ("ok", "attention"…).
+QString levelWord(CheckStatus status);
 
 // The latest visit of the same machine before `current`: the same serial number, at least
 // an hour earlier (a check within the hour is the same visit). A Mac without a serial number
