@@ -110,6 +110,8 @@ void History::finishReading(const QList<HistoryEntry> &read)
     m_removedWhileReading.clear();
     m_replacedWhileReading.clear();
     Q_EMIT readingChanged();
+    if (!m_undoTexts.isEmpty())
+        Q_EMIT undoTextChanged();
     publishChange(previousCount);
 }
 
@@ -302,12 +304,12 @@ bool History::record(const std::optional<HardwareInfo> &hardware, const std::opt
 
 void History::remove(const HistoryEntry &entry)
 {
-    removeIds({entry.id});
+    removeIds({entry.id}, u"Annuler le retrait"_s);
 }
 
 void History::removeById(const QString &id)
 {
-    removeIds({QUuid::fromString(id)});
+    removeIds({QUuid::fromString(id)}, u"Annuler le retrait"_s);
 }
 
 // Only what this journal shows goes (what the search selects): an entry written meanwhile by
@@ -317,22 +319,50 @@ void History::clear()
     QSet<QUuid> ids;
     for (const HistoryEntry &entry : selected())
         ids.insert(entry.id);
-    removeIds(ids);
+    removeIds(ids, u"Annuler l’effacement"_s);
 }
 
-void History::removeIds(const QSet<QUuid> &ids)
+void History::removeIds(const QSet<QUuid> &ids, const QString &undoText)
 {
     if (const QString failure = m_store->remove(ids); !failure.isEmpty()) {
         setProblem(u"l’entrée n’a pas pu être retirée : %1."_s.arg(failure));
         return;
     }
     setProblem(QString());
+    m_undoTexts.append(undoText);
+    Q_EMIT undoTextChanged();
     if (m_reading)
         m_removedWhileReading.unite(ids);
     m_bySerial.reset();
     const int previousCount = count();
     beginResetModel();
     m_entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });
+    reselect();
+    endResetModel();
+    publishChange(previousCount);
+}
+
+void History::undoRemoval()
+{
+    if (undoText().isEmpty())
+        return;
+    if (const QString failure = m_store->restoreLastRemoval(); !failure.isEmpty()) {
+        setProblem(u"les entrées retirées n’ont pas pu être remises : %1."_s.arg(failure));
+        return;
+    }
+    setProblem(QString());
+    m_undoTexts.removeLast();
+    Q_EMIT undoTextChanged();
+    reloadEntries();
+}
+
+// The journal as its file has it now, with what other processes recorded meanwhile.
+void History::reloadEntries()
+{
+    const int previousCount = count();
+    m_bySerial.reset();
+    beginResetModel();
+    m_entries = m_store->entries();
     reselect();
     endResetModel();
     publishChange(previousCount);

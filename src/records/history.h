@@ -46,6 +46,8 @@ class History : public QAbstractListModel
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     // The entries already recorded are still being read from the journal's file.
     Q_PROPERTY(bool isReading READ isReading NOTIFY readingChanged)
+    // The menu command that undoes the last removal; empty when there is none.
+    Q_PROPERTY(QString undoText READ undoText NOTIFY undoTextChanged)
 
 public:
     enum Role {
@@ -117,8 +119,13 @@ public:
     void remove(const HistoryEntry &entry);
     // The same by the identifier's text, for the journal screen.
     Q_INVOKABLE void removeById(const QString &id);
-    // Removes every entry.
+    // Removes every entry the search selects.
     Q_INVOKABLE void clear();
+    // The menu command that puts back the last entries removed ("Annuler l’effacement",
+    // "Annuler le retrait"), or empty when there is none. Removals can be undone, the last
+    // first, as long as this journal is open, once its recorded entries are read.
+    QString undoText() const { return m_reading || m_undoTexts.isEmpty() ? QString() : m_undoTexts.last(); }
+    Q_INVOKABLE void undoRemoval();
 
     // The semicolon-separated spreadsheet text of the selected entries, after the byte-order mark.
     Q_INVOKABLE QString csv() const;
@@ -137,14 +144,16 @@ Q_SIGNALS:
     // Emitted after every change of the entries, once the model signals are out.
     void entriesChanged();
     void readingChanged();
+    void undoTextChanged();
 
 private:
     void startReading();
     void finishReading(const QList<HistoryEntry> &read);
     void publishChange(int previousCount);
     void setProblem(const QString &problem);
-    void removeIds(const QSet<QUuid> &ids);
+    void removeIds(const QSet<QUuid> &ids, const QString &undoText);
     void reselect();
+    void reloadEntries();
     HistoryEntry makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
                            const QList<StorageVolume> &volumes, const DiagnosticsReport &report) const;
 
@@ -159,6 +168,8 @@ private:
     QHash<QUuid, QUuid> m_replacedWhileReading;
     QList<HistoryEntry> m_entries;
     QString m_problem;
+    // One per removal that can be undone, the last at the end.
+    QStringList m_undoTexts;
     JournalFilter m_filter;
     QList<HistoryEntry> m_selected;
 };

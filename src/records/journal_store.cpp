@@ -8,7 +8,9 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <algorithm>
 #include <atomic>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -109,6 +111,19 @@ QString reasonOf(const QSqlError &error)
     if (code == 10)
         return u"erreur d’écriture sur le disque"_s;
     return u"erreur SQLite %1"_s.arg(error.nativeErrorCode());
+}
+
+// Runs `steps` in one write transaction on `query`'s connection: all of them or, when one
+// fails, none. Gives the French reason of a failure, or an empty text.
+QString inOneTransaction(QSqlQuery &query, const std::function<bool(QSqlQuery &)> &steps)
+{
+    if (!query.exec(u"BEGIN IMMEDIATE"_s))
+        return reasonOf(query.lastError());
+    if (steps(query) && query.exec(u"COMMIT"_s))
+        return {};
+    const QString reason = reasonOf(query.lastError());
+    query.exec(u"ROLLBACK"_s);
+    return reason;
 }
 
 } // namespace
@@ -363,26 +378,61 @@ JournalStore::Recorded JournalStore::record(const HistoryEntry &entry, qint64 wi
     return recorded;
 }
 
+// Removed rows go to tables of this connection's temporary schema, which no other process
+// sees and which disappear with the connection: whole, with their sequence numbers, so that
+// they come back where they stood.
+bool JournalStore::keepRemovalsAside(QSqlQuery &query)
+{
+    return query.exec(u"CREATE TEMP TABLE IF NOT EXISTS removed AS SELECT * FROM entries WHERE 0"_s)
+        && query.exec(u"CREATE TEMP TABLE IF NOT EXISTS removal (seq INTEGER PRIMARY KEY, number INTEGER NOT NULL)"_s);
+}
+
 QString JournalStore::remove(const QSet<QUuid> &ids)
 {
     if (!m_problem.isEmpty())
         return m_problem;
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
-    if (!query.exec(u"BEGIN IMMEDIATE"_s))
+    if (!keepRemovalsAside(query))
         return reasonOf(query.lastError());
-    for (const QUuid &id : ids) {
-        query.prepare(u"DELETE FROM entries WHERE id = :id"_s);
-        query.bindValue(u":id"_s, id.toString(QUuid::WithoutBraces).toUpper());
-        if (!query.exec()) {
-            const QString reason = reasonOf(query.lastError());
-            query.exec(u"ROLLBACK"_s);
-            return reason;
-        }
-    }
-    if (!query.exec(u"COMMIT"_s)) {
-        const QString reason = reasonOf(query.lastError());
-        query.exec(u"ROLLBACK"_s);
-        return reason;
-    }
-    return {};
+    const int number = m_removals + 1;
+    const QString failure = inOneTransaction(query, [&ids, number](QSqlQuery &step) {
+        return std::ranges::all_of(ids, [&step, number](const QUuid &id) {
+            return std::ranges::all_of(
+                std::initializer_list<QString> {
+                    u"INSERT INTO temp.removal (seq, number) SELECT seq, :number FROM entries WHERE id = :id"_s,
+                    u"INSERT INTO temp.removed SELECT * FROM entries WHERE id = :id"_s,
+                    u"DELETE FROM entries WHERE id = :id"_s },
+                [&step, &id, number](const QString &statement) {
+                    step.prepare(statement);
+                    step.bindValue(u":id"_s, id.toString(QUuid::WithoutBraces).toUpper());
+                    if (statement.contains(u":number"_s))
+                        step.bindValue(u":number"_s, number);
+                    return step.exec();
+                });
+        });
+    });
+    if (failure.isEmpty())
+        m_removals = number;
+    return failure;
+}
+
+QString JournalStore::restoreLastRemoval()
+{
+    if (!m_problem.isEmpty() || m_removals == 0)
+        return m_problem;
+    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    const QString ofLast = u" WHERE seq IN (SELECT seq FROM temp.removal WHERE number = :number)"_s;
+    const QString failure = inOneTransaction(query, [this, &ofLast](QSqlQuery &step) {
+        return std::ranges::all_of(
+            std::initializer_list<QString> { u"INSERT OR IGNORE INTO main.entries SELECT * FROM temp.removed"_s + ofLast,
+              u"DELETE FROM temp.removed"_s + ofLast, u"DELETE FROM temp.removal WHERE number = :number"_s },
+            [&step, this](const QString &statement) {
+                step.prepare(statement);
+                step.bindValue(u":number"_s, m_removals);
+                return step.exec();
+            });
+    });
+    if (failure.isEmpty())
+        --m_removals;
+    return failure;
 }

@@ -52,8 +52,12 @@ public:
         QString failure;
     };
     Recorded record(const HistoryEntry &entry, qint64 windowMSecs);
-    // Removes these entries; gives the French reason of a failure, or an empty text.
+    // Removes these entries; gives the French reason of a failure, or an empty text. Each
+    // removal is kept aside, for `restoreLastRemoval`, as long as this store is open.
     QString remove(const QSet<QUuid> &ids);
+    // Puts the entries of the last removal kept aside back in their places in the order of
+    // recording; gives the French reason of a failure, or an empty text.
+    QString restoreLastRemoval();
 
 private:
     enum class State { usable, damaged, unavailable };
@@ -63,9 +67,12 @@ private:
     State check();
     void setAsideUnreadable(const QDate &today);
     void importFormerJournal();
+    bool keepRemovalsAside(QSqlQuery &query);
 
     QString m_path;
     QString m_connection;
     QString m_problem;
     QStringList m_notes;
+    // The number of the last removal kept aside.
+    int m_removals = 0;
 };

@@ -4,8 +4,8 @@ import Qt.labs.platform as Platform
 import Quillon
 
 // The macOS menu bar, in French: the application menu ("À propos de Quillon", "Réglages de
-// l'atelier" ⌘, in the standard places), Fichier, Présentation with the sections ⌘1…⌘9,
-// Fenêtre and Aide. Actions that belong to the window are asked for by signal.
+// l'atelier" ⌘, in the standard places), Fichier, Édition (⌘Z puts back what was removed
+// from the journal), Présentation with the sections ⌘1…⌘9, Fenêtre and Aide. Actions that belong to the window are asked for by signal.
 Platform.MenuBar {
     id: root
 
@@ -50,6 +50,17 @@ Platform.MenuBar {
             text: qsTr("Fermer la fenêtre")
             shortcut: StandardKey.Close
             onTriggered: root.closeRequested()
+        }
+    }
+    Platform.Menu {
+        title: qsTr("Édition")
+
+        Platform.MenuItem {
+            readonly property string undoText: root.controller.history.undoText
+            text: undoText.length > 0 ? undoText : qsTr("Annuler")
+            enabled: undoText.length > 0
+            shortcut: StandardKey.Undo
+            onTriggered: root.controller.history.undoRemoval()
         }
     }
     Platform.Menu {

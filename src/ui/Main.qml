@@ -82,6 +82,18 @@ QuillonWindow {
                 }
             }
             Menu {
+                title: qsTr("Édition")
+
+                Action {
+                    objectName: "undoAction"
+                    readonly property string undoText: root.controller.history.undoText
+                    text: undoText.length > 0 ? undoText : qsTr("Annuler")
+                    enabled: undoText.length > 0
+                    shortcut: StandardKey.Undo
+                    onTriggered: root.controller.history.undoRemoval()
+                }
+            }
+            Menu {
                 id: viewMenu
 
                 title: qsTr("Présentation")

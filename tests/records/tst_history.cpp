@@ -264,11 +264,21 @@ private Q_SLOTS:
         history->clear();
         QCOMPARE(history->count(), 0);
         QCOMPARE(open()->count(), 0);
+        // ⌘Z puts back the last removal first, each entry in its place.
+        QCOMPARE(history->undoText(), u"Annuler l’effacement"_s);
+        history->undoRemoval();
+        QCOMPARE(lines(*history), QStringList{u"A@0"_s});
+        QCOMPARE(history->undoText(), u"Annuler le retrait"_s);
+        history->undoRemoval();
+        history->undoRemoval();
+        QCOMPARE(lines(*history), (QStringList{u"C@0"_s, u"B@0"_s, u"A@0"_s}));
+        QCOMPARE(history->undoText(), QString());
     }
 
     // Two journals on one folder stand for two processes: each change goes to the file at
-    // once, and a journal clears only what it showed. Steps: "<journal> opens", "<journal>
-    // records <serial> <minutes>", "<journal> removes <serial>", "<journal> clears".
+    // once, a journal clears only what it showed and undoes its own removals while it is open.
+    // Steps: "<journal> opens", "<journal> records <serial> <minutes>", "<journal> removes
+    // <serial>", "<journal> clears", "<journal> undoes".
     void journalsSharingTheFile_data()
     {
         QTest::addColumn<QStringList>("steps");
@@ -286,6 +296,16 @@ private Q_SLOTS:
         QTest::newRow("cleared here keeps what only the other saw")
             << QStringList{u"1 opens"_s, u"1 records A 0"_s, u"2 opens"_s, u"2 records B 1"_s, u"1 clears"_s}
             << QStringList{u"B@1"_s};
+        QTest::newRow("undone after a record there: back in its place")
+            << QStringList{u"1 opens"_s, u"1 records A 0"_s, u"1 records B 1"_s, u"1 records C 2"_s, u"1 removes B"_s,
+                           u"2 opens"_s, u"2 records D 3"_s, u"1 undoes"_s}
+            << QStringList{u"D@3"_s, u"C@2"_s, u"B@1"_s, u"A@0"_s};
+        QTest::newRow("undo gone once the journal is closed")
+            << QStringList{u"1 opens"_s, u"1 records A 0"_s, u"1 clears"_s, u"1 opens"_s, u"1 undoes"_s}
+            << QStringList{};
+        QTest::newRow("undone here only, not by the other")
+            << QStringList{u"1 opens"_s, u"2 opens"_s, u"1 records A 0"_s, u"1 clears"_s, u"2 undoes"_s}
+            << QStringList{};
     }
 
     void journalsSharingTheFile()
@@ -304,6 +324,8 @@ private Q_SLOTS:
             else if (words.at(1) == u"removes"_s)
                 history->remove(*std::find_if(history->entries().cbegin(), history->entries().cend(),
                                               [&](const HistoryEntry &entry) { return entry.serialNumber == words.at(2); }));
+            else if (words.at(1) == u"undoes"_s)
+                history->undoRemoval();
             else
                 history->clear();
         }

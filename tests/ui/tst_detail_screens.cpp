@@ -217,19 +217,23 @@ private Q_SLOTS:
         QCOMPARE(history.count(), 1);
         QVERIFY(shown.texts().contains(u"1 machine(s) contrôlée(s)"_s));
         QVERIFY(shown.items(u"emptyJournal"_s).isEmpty());
-        // "Tout effacer" asks first: refused, nothing goes; accepted, every entry goes.
+        // "Tout effacer" asks first: Esc, nothing goes; its red button, every entry goes.
         QObject *confirmation = shown.window->findChild<QObject *>(u"clearConfirmation"_s);
         QVERIFY(confirmation);
         QVERIFY(shown.click(u"clearJournalButton"_s));
-        QTRY_VERIFY(confirmation->property("visible").toBool());
-        QMetaObject::invokeMethod(confirmation, "reject");
+        QTRY_VERIFY(confirmation->property("opened").toBool());
+        QTest::keyClick(shown.window, Qt::Key_Escape);
+        QTRY_VERIFY(!confirmation->property("visible").toBool());
         QCOMPARE(history.count(), 1);
         QVERIFY(shown.click(u"clearJournalButton"_s));
-        QTRY_VERIFY(confirmation->property("visible").toBool());
-        QMetaObject::invokeMethod(confirmation, "accept");
+        QTRY_VERIFY(confirmation->property("opened").toBool());
+        QVERIFY(shown.click(u"confirmClearButton"_s));
         QCOMPARE(history.count(), 0);
         QCOMPARE(shown.items(u"emptyJournal"_s).size(), 1);
         QVERIFY(shown.items(u"journalToolbar"_s).isEmpty());
+        // ⌘Z puts the entry back.
+        QTest::keySequence(shown.window, QKeySequence::Undo);
+        QCOMPARE(history.count(), 1);
     }
 };
 

@@ -181,6 +181,7 @@ Item {
                     LinkButton {
                         objectName: "removeEntryButton"
                         text: qsTr("Retirer")
+                        Accessible.name: qsTr("Retirer %1 du %2").arg(entry.modelName).arg(entry.dateText)
                         pixelSize: Theme.caption
                         onClicked: screen.remove(entry.entryId)
                     }
@@ -201,15 +202,45 @@ Item {
         onRejected: journalExport.cancel()
     }
 
-    MessageDialog {
+    // Asks before clearing, the way a Mac asks before a destructive command: the red button
+    // says what it does, Annuler is the default, Esc cancels.
+    Dialog {
         id: clearConfirmation
 
         objectName: "clearConfirmation"
-        title: qsTr("Tout effacer")
-        text: qsTr("Effacer toutes les machines du journal ?")
-        informativeText: qsTr("Les entrées effacées ne peuvent pas être récupérées.")
-        buttons: MessageDialog.Ok | MessageDialog.Cancel
-        onAccepted: screen.clear()
+        title: qsTr("Effacer du journal les machines affichées ?")
+        modal: true
+        anchors.centerIn: Overlay.overlay
+        width: Math.min(440, page.width - 44)
+        onOpened: cancelClearButton.forceActiveFocus()
+        onDiscarded: {
+            clearConfirmation.close()
+            screen.clear()
+        }
+
+        Label {
+            text: qsTr("Vous pourrez les remettre avec Édition › Annuler l'effacement (⌘Z) tant que Quillon reste ouvert.")
+            color: Theme.secondary
+            font.pixelSize: Theme.callout
+            wrapMode: Text.Wrap
+            width: parent.width
+        }
+
+        footer: DialogButtonBox {
+            Button {
+                id: cancelClearButton
+
+                text: qsTr("Annuler")
+                highlighted: true
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            }
+            Button {
+                objectName: "confirmClearButton"
+                text: qsTr("Tout effacer")
+                palette.buttonText: Theme.red
+                DialogButtonBox.buttonRole: DialogButtonBox.DestructiveRole
+            }
+        }
     }
 
     MessageDialog {
