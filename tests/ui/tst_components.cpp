@@ -3,6 +3,7 @@
 #include "live/battery_monitor.h"
 #include "live/cpu_monitor.h"
 #include "live/lid_angle_monitor.h"
+#include "records/history.h"
 #include "records/workshop_settings.h"
 #include "ui/models/device_list_model.h"
 #include "ui/theme/theme.h"
@@ -145,6 +146,37 @@ private Q_SLOTS:
         // Back on the first one, Space opens its section.
         QTest::keyClick(shown.window, Qt::Key_Space);
         QCOMPARE(shown.controller().selection(), spaceOpens);
+    }
+
+    // On the journal, Tab goes from its commands to its search, then to each entry's
+    // "Retirer", which names the machine and the date; each stop has its role.
+    void tabOrderOfTheJournal()
+    {
+        QAccessible::setActive(true); // as when VoiceOver runs
+        Window shown(u"sample"_s);
+        QVERIFY(shown.open(AppSection::history));
+        QTRY_COMPARE(shown.app.app->history().count(), 1);
+        QList<std::pair<QString, QAccessible::Role>> stops;
+        for (int i = 0; i < 60; ++i) {
+            QTest::keyClick(shown.window, Qt::Key_Tab);
+            QQuickItem *focused = shown.window->activeFocusItem();
+            QAccessibleInterface *control = focused ? QAccessible::queryAccessibleInterface(focused) : nullptr;
+            QVERIFY(control);
+            const std::pair stop { control->text(QAccessible::Name), control->role() };
+            QVERIFY2(!stop.first.isEmpty(), focused->metaObject()->className());
+            if (stops.contains(stop))
+                break;
+            stops << stop;
+        }
+        const qsizetype first = stops.indexOf(std::pair { u"Exporter en tableur"_s, QAccessible::Button });
+        QVERIFY(first >= 0);
+        QCOMPARE(stops.mid(first, 5),
+                 (QList<std::pair<QString, QAccessible::Role>> {
+                     { u"Exporter en tableur"_s, QAccessible::Button },
+                     { u"Tout effacer"_s, QAccessible::Button },
+                     { u"Rechercher dans le journal"_s, QAccessible::EditableText },
+                     { u"Verdict"_s, QAccessible::ComboBox },
+                     { u"Retirer MacBook Pro du 16 nov. 2026 à 09:05"_s, QAccessible::Button } }));
     }
 
     // The sample-data banner can be closed; the window title then says it instead.

@@ -29,6 +29,9 @@ Rectangle {
     color: Theme.cardSurface
     border.width: 1
     border.color: Theme.hairline
+    // VoiceOver reads a card as a group named by its header.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.accessory.length > 0 ? root.title + ", " + root.accessory : root.title
 
     ColumnLayout {
         id: layout

@@ -11,13 +11,23 @@ AbstractButton {
 
     padding: 0
     hoverEnabled: true
+    Accessible.name: root.text
     contentItem: Label {
         text: root.text
         color: Theme.accent
         font.pixelSize: root.pixelSize
         font.underline: root.hovered
     }
-    background: null
+    // No frame, but the focus ring when Tab reaches it.
+    background: Rectangle {
+        anchors.fill: parent
+        anchors.margins: -3
+        radius: 4
+        color: "transparent"
+        border.width: 3
+        border.color: Theme.faded(Theme.accent, 0.55)
+        visible: root.visualFocus
+    }
 
     HoverHandler {
         cursorShape: Qt.PointingHandCursor

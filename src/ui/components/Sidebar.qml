@@ -59,6 +59,10 @@ Rectangle {
                 width: ListView.view.width
                 height: 28
                 hoverEnabled: true
+                // VoiceOver reads the section's title, and which one is on screen.
+                text: row.title
+                Accessible.name: row.title
+                Accessible.selected: row.selected
                 onClicked: {
                     list.forceActiveFocus()
                     root.controller.selection = row.section

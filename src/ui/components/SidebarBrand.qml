@@ -15,6 +15,8 @@ AbstractButton {
     bottomPadding: 4
     hoverEnabled: true
     background: null
+    text: qsTr("À propos de Quillon")
+    Accessible.name: text
 
     contentItem: RowLayout {
         spacing: 10

@@ -24,6 +24,8 @@ ColumnLayout {
         topPadding: 9
         bottomPadding: 9
         hoverEnabled: true
+        text: qsTr("Réglages")
+        Accessible.name: button.text
         Layout.fillWidth: true
         onClicked: root.clicked()
 

@@ -15,6 +15,7 @@ ToolButton {
 
     enabled: !root.busy
     hoverEnabled: true
+    Accessible.name: root.text
     ToolTip.text: root.tip
     ToolTip.visible: root.hovered
     ToolTip.delay: 600
