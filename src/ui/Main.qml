@@ -14,6 +14,9 @@ QuillonWindow {
     required property MainWindowController controller
 
     readonly property bool usesSystemMenuBar: Qt.platform.os === "osx"
+    // Set by the application when the title bar runs over the content (macOS): the toolbar
+    // is then the title bar, and the window's buttons sit over the sidebar's top.
+    property QtObject chrome: null
 
     // The sample-data banner was closed: the title says it instead.
     property bool sampleBannerDismissed: false
@@ -182,6 +185,7 @@ QuillonWindow {
         Sidebar {
             objectName: "sidebar"
             controller: root.controller
+            chrome: root.chrome
             SplitView.minimumWidth: 200
             SplitView.preferredWidth: 215
             SplitView.maximumWidth: 270
@@ -195,6 +199,7 @@ QuillonWindow {
             MainToolBar {
                 objectName: "toolbar"
                 controller: root.controller
+                chrome: root.chrome
                 Layout.fillWidth: true
             }
             SampleDataBanner {

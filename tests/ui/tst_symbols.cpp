@@ -5,6 +5,7 @@
 #include "diagnostics/diagnostics_report.h"
 #include "ui/symbols/symbol_provider.h"
 #include "ui/symbols/symbol_table.h"
+#include "ui/theme/theme.h"
 
 #include <QFile>
 #include <QSet>
@@ -60,6 +61,25 @@ private Q_SLOTS:
                 missing.append(name);
         }
         QCOMPARE(missing, QStringList());
+    }
+
+    // Where the desktop draws a symbol itself, its drawing is used, centred and in the tint;
+    // a name it lacks falls back to the bundled drawing.
+    void desktopDrawingsFirst()
+    {
+        UiTest::StandInDesktop desktop;
+        desktop.drawings = { u"cable.connector"_s };
+        Theme::followDesktop(&desktop);
+        const QImage own = SymbolProvider::render(u"cpu"_s, QSize(20, 16), Qt::red);
+        const QImage drawn = SymbolProvider::render(u"cable.connector"_s, QSize(20, 16), Qt::red);
+        Theme::followDesktop(nullptr);
+        QCOMPARE(own, SymbolProvider::render(u"cpu"_s, QSize(20, 16), Qt::red));
+        QCOMPARE(drawn.size(), QSize(20, 16));
+        // A 16-pixel square in the middle of 20: two clear columns on each side.
+        QCOMPARE(drawn.pixelColor(1, 8).alpha(), 0);
+        QCOMPARE(drawn.pixelColor(2, 0), QColor(Qt::red));
+        QCOMPARE(drawn.pixelColor(17, 15), QColor(Qt::red));
+        QCOMPARE(drawn.pixelColor(18, 8).alpha(), 0);
     }
 };
 

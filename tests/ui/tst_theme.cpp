@@ -33,12 +33,15 @@ QColor background(const Theme &theme, const QString &name, const QColor &text)
 
 } // namespace
 
-// Small text must read at 4.5:1 or more wherever the screens put it, in both appearances.
+// Small text must read at 4.5:1 or more wherever the screens put it, in both appearances,
+// and at 7:1 when the desktop asks for more contrast, whatever its accent colour.
 class TestTheme : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup() { Theme::followDesktop(nullptr); }
+
     void smallTextContrast_data()
     {
         QTest::addColumn<QString>("text");
@@ -56,15 +59,43 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(QString, on);
-        for (const bool dark : { false, true }) {
-            QGuiApplication::setPalette(Theme::controlsPalette(dark));
-            const Theme theme;
-            QCOMPARE(theme.isDark(), dark);
-            const QColor colour = text == u"onAccent" ? theme.onAccent() : theme.colour(text);
-            const double ratio = Theme::contrastRatio(colour, background(theme, on, colour));
-            if (ratio < 4.5)
-                QFAIL(qPrintable(u"%1 appearance: %2:1"_s.arg(dark ? u"dark"_s : u"light"_s).arg(ratio, 0, 'f', 2)));
+        // The application's own look, then desktops with a pale accent (yellow, which reads
+        // at 1.6:1 on white), and with a pink one and more contrast.
+        struct Look { const char *name; std::optional<std::uint32_t> accent; bool moreContrast; double floor; };
+        for (const Look &look : { Look { "own", std::nullopt, false, 4.5 }, Look { "yellow accent", 0xFFC600, false, 4.5 },
+                                  Look { "pink accent, more contrast", 0xF74F9E, true, 7.0 } }) {
+            UiTest::StandInDesktop desktop;
+            desktop.accent = look.accent;
+            desktop.moreContrast = look.moreContrast;
+            Theme::followDesktop(look.accent ? &desktop : nullptr);
+            for (const bool dark : { false, true }) {
+                QGuiApplication::setPalette(Theme::controlsPalette(dark));
+                const Theme theme;
+                QCOMPARE(theme.isDark(), dark);
+                const QColor colour = text == u"onAccent" ? theme.onAccent() : theme.colour(text);
+                const double ratio = Theme::contrastRatio(colour, background(theme, on, colour));
+                if (ratio < look.floor)
+                    QFAIL(qPrintable(u"%1, %2 appearance: %3:1"_s.arg(QString::fromLatin1(look.name),
+                                                                     dark ? u"dark"_s : u"light"_s).arg(ratio, 0, 'f', 2)));
+            }
         }
+    }
+
+    // The accent keeps the hue the user chose, and every theme redraws when it changes.
+    void accentFollowsTheDesktop()
+    {
+        QGuiApplication::setPalette(Theme::controlsPalette(false));
+        UiTest::StandInDesktop desktop;
+        desktop.accent = 0xF74F9E;
+        const Theme theme;
+        QCOMPARE(theme.accent(), QColor(0, 95, 200));
+        QSignalSpy redraws(&theme, &Theme::appearanceChanged);
+        Theme::followDesktop(&desktop);
+        QCOMPARE(theme.accent().hslHue(), QColor(0xF7, 0x4F, 0x9E).hslHue());
+        desktop.accent = 0x8C8C8C;
+        desktop.changed();
+        QCOMPARE(redraws.size(), 2);
+        QCOMPARE(theme.accent().hslSaturation(), 0);
     }
 
     // Known pairs, worked out by hand from the sRGB luminance formula.

@@ -3,6 +3,7 @@
 #include "common/test_main.h"
 
 #include "platform/factory/platform_factory.h"
+#include "sources/desktop_look.h"
 #include "state/app_state.h"
 #include "ui/app/main_window_controller.h"
 #include "ui/app/quillon_app.h"
@@ -34,6 +35,33 @@ Q_IMPORT_QML_PLUGIN(QuillonPlugin)
     }
 
 namespace UiTest {
+
+// A desktop with a look of its own, as macOS has: an accent colour, "Increase contrast", and
+// the drawing of the symbols named in `drawings` (a plain square of the asked colour).
+struct StandInDesktop : DesktopLook
+{
+    std::optional<std::uint32_t> accent;
+    bool moreContrast = false;
+    QStringList drawings;
+    std::function<void()> changed;
+
+    std::optional<std::uint32_t> accentColour() const override { return accent; }
+    bool increasesContrast() const override { return moreContrast; }
+    std::optional<Drawing> drawSymbol(const QString &name, int pixels, std::uint32_t argb) const override
+    {
+        if (!drawings.contains(name))
+            return std::nullopt;
+        Drawing drawing { pixels, pixels, {} };
+        const QColor colour = QColor::fromRgba(argb);
+        for (int i = 0; i < pixels * pixels; ++i)
+            drawing.rgba.insert(drawing.rgba.end(), { std::uint8_t(colour.red()), std::uint8_t(colour.green()),
+                                                      std::uint8_t(colour.blue()), std::uint8_t(colour.alpha()) });
+        return drawing;
+    }
+    bool mergeTitleBar(std::uintptr_t) const override { return false; }
+    void titleBarDoubleClicked(std::uintptr_t) const override {}
+    void watch(std::function<void()> onChange) override { changed = std::move(onChange); }
+};
 
 // The platform of a capture folder shipped with the project.
 inline Platform capturePlatform(const QString &name)

@@ -4,6 +4,7 @@
 
 #ifdef Q_OS_MACOS
 #include "platform/macos/mac_platform.h"
+#include "platform/macos/mac_desktop_look.h"
 #include "platform/macos/mac_preferences.h"
 #endif
 
@@ -50,6 +51,15 @@ std::unique_ptr<PreferenceStore> preferences()
     return std::make_unique<MacPreferences>();
 #else
     return std::make_unique<SettingsPreferences>(std::make_unique<QSettings>());
+#endif
+}
+
+std::unique_ptr<DesktopLook> desktopLook()
+{
+#ifdef Q_OS_MACOS
+    return std::make_unique<MacDesktopLook>();
+#else
+    return nullptr;
 #endif
 }
 

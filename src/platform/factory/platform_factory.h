@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sources/desktop_look.h"
 #include "sources/platform.h"
 #include "sources/preference_store.h"
 
@@ -25,6 +26,10 @@ std::variant<Platform, QString> open(const std::optional<QString> &capturePath);
 // The user's preferences of the application: the application's defaults domain on macOS,
 // Qt's settings elsewhere.
 std::unique_ptr<PreferenceStore> preferences();
+
+// The look of the desktop the application runs on (macOS), whatever Mac is being shown;
+// null elsewhere.
+std::unique_ptr<DesktopLook> desktopLook();
 
 // Problems met so far in the files of the capture being replayed, one French line each.
 QStringList captureProblems(const Platform &platform);

@@ -86,8 +86,12 @@ int main(int argc, char *argv[])
         return 2;
     }
 
+    // The desktop's accent colour, contrast and symbols, and the merged title bar (macOS).
+    const std::unique_ptr<DesktopLook> desktop = PlatformFactory::desktopLook();
+    Theme::followDesktop(desktop.get());
+
     // The application's objects outlive the windows that show them.
-    QuillonApp quillon(std::get<Platform>(std::move(opened)), {});
+    QuillonApp quillon(std::get<Platform>(std::move(opened)), { .desktop = desktop.get() });
     QQmlApplicationEngine engine;
     QuillonApp::prepareEngine(engine);
     if (!quillon.openWindows(engine))

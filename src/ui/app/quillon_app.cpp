@@ -7,9 +7,11 @@
 #include "records/workshop_settings.h"
 #include "state/app_state.h"
 #include "ui/app/main_window_controller.h"
+#include "ui/app/window_chrome.h"
 #include "ui/symbols/symbol_provider.h"
 
 #include <QQmlApplicationEngine>
+#include <QQuickWindow>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -38,7 +40,8 @@ QuillonApp::QuillonApp(Platform platform, Options options, QObject *parent)
       m_batteryMonitor(std::make_unique<BatteryMonitor>(platform)),
       m_workshop(options.preferences ? std::make_unique<WorkshopSettings>(std::move(options.preferences))
                                      : std::make_unique<WorkshopSettings>()),
-      m_history(std::make_unique<History>(platform.clock, options.journalDirectory, nullptr, History::Reading::inBackground))
+      m_history(std::make_unique<History>(platform.clock, options.journalDirectory, nullptr, History::Reading::inBackground)),
+      m_desktop(options.desktop)
 {
     m_mainWindow = std::make_unique<MainWindowController>(MainWindowController::Shared {
         *m_state, *m_history, *m_workshop, *m_processorMonitor, *m_batteryMonitor, *m_lidAngleMonitor });
@@ -56,5 +59,9 @@ bool QuillonApp::openWindows(QQmlApplicationEngine &engine)
 {
     engine.setInitialProperties({ { u"controller"_s, QVariant::fromValue(m_mainWindow.get()) } });
     engine.load(mainWindowUrl());
-    return !engine.rootObjects().isEmpty();
+    if (engine.rootObjects().isEmpty())
+        return false;
+    if (auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst()); window && m_desktop)
+        WindowChrome::merge(*m_desktop, *window);
+    return true;
 }

@@ -10,6 +10,7 @@
 #include <memory>
 
 class AppState;
+class DesktopLook;
 class BatteryMonitor;
 class CPUMonitor;
 class History;
@@ -32,6 +33,8 @@ public:
         QString journalDirectory;
         // The preferences store of the workshop settings; null for the user's standard store.
         std::unique_ptr<QSettings> preferences;
+        // The desktop whose title bar the main window merges with its toolbar; null for none.
+        const DesktopLook *desktop = nullptr;
     };
 
     // The location of the main window's QML file in the application's module.
@@ -65,4 +68,5 @@ private:
     std::unique_ptr<WorkshopSettings> m_workshop;
     std::unique_ptr<History> m_history;
     std::unique_ptr<MainWindowController> m_mainWindow;
+    const DesktopLook *m_desktop = nullptr;
 };

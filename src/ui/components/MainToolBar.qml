@@ -5,15 +5,21 @@ import QtQuick.Layouts
 import Quillon
 
 // The window's toolbar above the detail area: the title of the section on screen, then the
-// export and refresh commands.
+// export and refresh commands. Where the title bar is merged with it (macOS), it is the
+// window's title bar too.
 Rectangle {
     id: root
 
     required property MainWindowController controller
+    property QtObject chrome: null
 
     implicitHeight: 52
     color: Theme.windowBackground
 
+    TitleBarArea {
+        anchors.fill: parent
+        chrome: root.chrome
+    }
     RowLayout {
         anchors.fill: parent
         anchors.leftMargin: 22

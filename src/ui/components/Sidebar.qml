@@ -10,6 +10,8 @@ Rectangle {
     id: root
 
     required property MainWindowController controller
+    // The window's merged title bar, whose buttons take the sidebar's top band; null for none.
+    property QtObject chrome: null
 
     signal aboutRequested
     signal settingsRequested
@@ -27,6 +29,14 @@ Rectangle {
         anchors.fill: parent
         spacing: 0
 
+        // The band under the window's buttons, as tall as the toolbar beside it.
+        TitleBarArea {
+            objectName: "sidebarTitleBar"
+            chrome: root.chrome
+            visible: root.chrome !== null
+            Layout.fillWidth: true
+            Layout.preferredHeight: 40
+        }
         SidebarBrand {
             objectName: "sidebarBrand"
             Layout.fillWidth: true

@@ -1,6 +1,8 @@
 #include "ui/symbols/symbol_provider.h"
 
+#include "sources/desktop_look.h"
 #include "ui/symbols/symbol_table.h"
+#include "ui/theme/theme.h"
 
 #include <QPainter>
 #include <QSvgRenderer>
@@ -43,8 +45,30 @@ QImage SymbolProvider::requestImage(const QString &id, QSize *size, const QSize 
     return image;
 }
 
+// The desktop's own drawing of the symbol, centred in the requested box; a null image when
+// there is no desktop look or it does not know the name.
+QImage SymbolProvider::renderFromDesktop(const QString &name, const QSize &size, const QColor &colour)
+{
+    const DesktopLook *desktop = Theme::desktop();
+    const int side = qMin(size.width(), size.height());
+    const std::optional<DesktopLook::Drawing> drawing = desktop ? desktop->drawSymbol(name, side, colour.rgba()) : std::nullopt;
+    if (!drawing || drawing->width <= 0 || drawing->height <= 0
+        || drawing->rgba.size() != std::size_t(drawing->width) * std::size_t(drawing->height) * 4)
+        return {};
+    const QImage drawn(drawing->rgba.data(), drawing->width, drawing->height, drawing->width * 4,
+                       QImage::Format_RGBA8888_Premultiplied);
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.drawImage(QPointF((size.width() - drawing->width) / 2.0, (size.height() - drawing->height) / 2.0), drawn);
+    painter.end();
+    return image.copy();
+}
+
 QImage SymbolProvider::render(const QString &name, const QSize &size, const QColor &colour)
 {
+    if (QImage fromDesktop = renderFromDesktop(name, size, colour); !fromDesktop.isNull())
+        return fromDesktop;
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     const std::optional<QString> path = SymbolTable::resourcePath(name);

@@ -5,8 +5,10 @@
 #include <QQuickImageProvider>
 #include <QString>
 
-// The image provider "symbol": draws the SVG mapped to a symbol name (SymbolTable) at the
-// requested size, tinted with one colour. Image sources read
+// The image provider "symbol": draws a symbol name at the requested size in one colour, with
+// the desktop's own symbol images where the theme follows a desktop that has them (macOS),
+// and otherwise, or for a name that desktop lacks, the SVG mapped to the name (SymbolTable),
+// tinted. Image sources read
 // "image://symbol/<AARRGGBB>/<name>", as `source` writes them.
 class SymbolProvider : public QQuickImageProvider
 {
@@ -23,4 +25,7 @@ public:
     // The drawing of `name` at `size` pixels in `colour`; a transparent image for a name
     // without a mapping.
     static QImage render(const QString &name, const QSize &size, const QColor &colour);
+
+private:
+    static QImage renderFromDesktop(const QString &name, const QSize &size, const QColor &colour);
 };

@@ -1,5 +1,6 @@
 #include "ui/theme/theme.h"
 
+#include "sources/desktop_look.h"
 #include "ui/symbols/symbol_provider.h"
 
 #include <QCoreApplication>
@@ -12,10 +13,103 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+DesktopLook *followedDesktop = nullptr;
+// Every theme alive, told when the desktop's look changes (main thread only).
+QList<Theme *> &themes()
+{
+    static QList<Theme *> alive;
+    return alive;
+}
+
+// Small text in a colour seen over a pill of that colour at 15 % on a card.
+QColor pillUnder(const QColor &text, const QColor &card)
+{
+    const double a = 0.15 * text.alphaF();
+    return QColor::fromRgbF(float(text.redF() * a + card.redF() * (1 - a)), float(text.greenF() * a + card.greenF() * (1 - a)),
+                            float(text.blueF() * a + card.blueF() * (1 - a)));
+}
+
+} // namespace
+
 Theme::Theme(QObject *parent) : QObject(parent), m_dark(isDarkPalette(QGuiApplication::palette()))
 {
     if (QCoreApplication *application = QCoreApplication::instance())
         application->installEventFilter(this);
+    themes().append(this);
+}
+
+Theme::~Theme()
+{
+    themes().removeOne(this);
+}
+
+void Theme::followDesktop(DesktopLook *desktop)
+{
+    followedDesktop = desktop;
+    if (desktop)
+        desktop->watch([] {
+            for (Theme *theme : std::as_const(themes()))
+                Q_EMIT theme->appearanceChanged();
+        });
+    for (Theme *theme : std::as_const(themes()))
+        Q_EMIT theme->appearanceChanged();
+}
+
+DesktopLook *Theme::desktop()
+{
+    return followedDesktop;
+}
+
+bool Theme::increasesContrast() const
+{
+    return followedDesktop && followedDesktop->increasesContrast();
+}
+
+double Theme::textContrastFloor() const
+{
+    return increasesContrast() ? 7.0 : 4.5;
+}
+
+std::optional<QColor> Theme::desktopAccent() const
+{
+    if (!followedDesktop)
+        return std::nullopt;
+    const std::optional<std::uint32_t> rgb = followedDesktop->accentColour();
+    return rgb ? std::optional(QColor::fromRgb(QRgb(*rgb))) : std::nullopt;
+}
+
+QColor Theme::readable(const QColor &colour) const
+{
+    const double floor = textContrastFloor();
+    const auto reads = [&](const QColor &text) {
+        return contrastRatio(text, cardSurface()) >= floor && contrastRatio(text, windowBackground()) >= floor
+            && contrastRatio(text, pillUnder(text, cardSurface())) >= floor;
+    };
+    if (reads(colour))
+        return colour;
+    QColor result = colour.toHsl();
+    // Lightness moves one step at a time, towards black or white, keeping the hue.
+    for (int step = 0; step < 255 && !reads(result); ++step) {
+        const int lightness = result.hslSaturation() >= 0 ? result.lightness() : 0;
+        result.setHsl(result.hslHue(), result.hslSaturation(), std::clamp(lightness + (m_dark ? 1 : -1), 0, 255));
+    }
+    return result.toRgb();
+}
+
+QColor Theme::label(int alpha) const
+{
+    QColor colour = m_dark ? QColor(Qt::white) : QColor(Qt::black);
+    colour.setAlpha(alpha);
+    if (!increasesContrast())
+        return colour;
+    const double floor = textContrastFloor();
+    while (colour.alphaF() < 1.0
+           && (contrastRatio(colour, cardSurface()) < floor || contrastRatio(colour, windowBackground()) < floor
+               || contrastRatio(colour, sidebarBackground()) < floor))
+        colour.setAlpha(std::min(255, colour.alpha() + 5));
+    return colour;
 }
 
 bool Theme::eventFilter(QObject *watched, QEvent *event)
@@ -38,39 +132,45 @@ bool Theme::isDarkPalette(const QPalette &palette)
 // Label colours are black or white at the platform's opacities.
 QColor Theme::primary() const
 {
-    return pick(qRgba(0, 0, 0, 217), qRgba(255, 255, 255, 217));
+    return label(217);
 }
 QColor Theme::secondary() const
 {
-    return pick(qRgba(0, 0, 0, 150), qRgba(255, 255, 255, 140));
+    return label(m_dark ? 140 : 150);
 }
 QColor Theme::tertiary() const
 {
-    return pick(qRgba(0, 0, 0, 66), qRgba(255, 255, 255, 64));
+    return label(m_dark ? 64 : 66);
 }
-// The level colours are the system colours, deepened in the light appearance and lightened
-// in the dark one until small text in them reads at 4.5:1 or more on a card, on the window
-// and on a pill of their own colour.
+// The level colours start from the system colours, already deepened in the light appearance
+// and lightened in the dark one so that they read at 4.5:1.
 QColor Theme::accent() const
 {
-    return pick(qRgb(0, 95, 200), qRgb(80, 165, 255));
+    return readable(desktopAccent().value_or(pick(qRgb(0, 95, 200), qRgb(80, 165, 255))));
 }
 QColor Theme::green() const
 {
-    return pick(qRgb(15, 115, 40), qRgb(50, 215, 75));
+    return readable(pick(qRgb(15, 115, 40), qRgb(50, 215, 75)));
 }
 QColor Theme::orange() const
 {
-    return pick(qRgb(160, 70, 0), qRgb(255, 159, 10));
+    return readable(pick(qRgb(160, 70, 0), qRgb(255, 159, 10)));
 }
 QColor Theme::red() const
 {
-    return pick(qRgb(190, 25, 20), qRgb(255, 110, 100));
+    return readable(pick(qRgb(190, 25, 20), qRgb(255, 110, 100)));
 }
-// The background of a selected row, under white text.
+// The background of a selected row, under white text: the accent, deepened in both
+// appearances until white reads on it at the floor.
 QColor Theme::selection() const
 {
-    return pick(qRgb(0, 95, 200), qRgb(0, 88, 208));
+    const QColor base = desktopAccent().value_or(pick(qRgb(0, 95, 200), qRgb(0, 88, 208)));
+    if (contrastRatio(onAccent(), base) >= textContrastFloor())
+        return base;
+    QColor result = base.toHsl();
+    while (result.lightness() > 0 && contrastRatio(onAccent(), result) < textContrastFloor())
+        result.setHsl(result.hslHue(), std::max(0, result.hslSaturation()), result.lightness() - 1);
+    return result.toRgb();
 }
 
 double Theme::contrastRatio(const QColor &text, const QColor &background)
@@ -94,13 +194,14 @@ QColor Theme::cardSurface() const
 {
     return pick(qRgb(255, 255, 255), qRgb(30, 30, 30));
 }
+// Lines are stronger when the desktop asks for more contrast.
 QColor Theme::hairline() const
 {
-    return faded(primary(), 0.08);
+    return faded(primary(), increasesContrast() ? 0.3 : 0.08);
 }
 QColor Theme::separator() const
 {
-    return faded(primary(), 0.12);
+    return faded(primary(), increasesContrast() ? 0.35 : 0.12);
 }
 QColor Theme::windowBackground() const
 {

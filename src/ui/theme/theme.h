@@ -7,11 +7,18 @@
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
+#include <optional>
+
+class DesktopLook;
+
 // Colours by role and the type ramp, in one place. The roles are the ones the screens
 // name: primary, secondary and tertiary label colours, the accent (tint), the three level
 // colours, the card surface and the hairline. Light and dark values follow the macOS
 // palette; which one applies follows the application palette (a dark window colour means
-// the dark appearance). Sizes are in points, drawn as logical pixels.
+// the dark appearance). On a desktop that has a look of its own (macOS), the accent is the
+// user's accent colour and "Increase contrast" raises the floor of every text colour from
+// 4.5:1 to 7:1 and strengthens the lines; every colour of text is deepened (light) or
+// lightened (dark) until it reads at the floor. Sizes are in points, drawn as logical pixels.
 class Theme : public QObject
 {
     Q_OBJECT
@@ -57,6 +64,16 @@ class Theme : public QObject
 
 public:
     explicit Theme(QObject *parent = nullptr);
+    ~Theme() override;
+
+    // The desktop whose accent colour and contrast every theme follows, and whose symbol
+    // drawings the symbol provider uses; null (the default) for the application's own look.
+    // Set on the main thread before the first window opens.
+    static void followDesktop(DesktopLook *desktop);
+    static DesktopLook *desktop();
+
+    // The lowest contrast ratio of text: 4.5, or 7 when the desktop asks for more contrast.
+    double textContrastFloor() const;
 
     bool isDark() const { return m_dark; }
     QColor primary() const;
@@ -111,6 +128,14 @@ protected:
 
 private:
     QColor pick(QRgb light, QRgb dark) const { return QColor::fromRgba(m_dark ? dark : light); }
+    // `colour` deepened in the light appearance, lightened in the dark one, until small text in
+    // it reads at the floor on cards, on the window and on a pill of its own colour.
+    QColor readable(const QColor &colour) const;
+    // A label colour (black or white at opacity `alpha` of 255), more opaque when the desktop asks for
+    // more contrast, until it reads at the floor on cards, the window and the sidebar.
+    QColor label(int alpha) const;
+    bool increasesContrast() const;
+    std::optional<QColor> desktopAccent() const;
 
     bool m_dark = false;
 };
