@@ -179,6 +179,41 @@ private Q_SLOTS:
                      { u"Retirer MacBook Pro du 16 nov. 2026 à 09:05"_s, QAccessible::Button } }));
     }
 
+    // The configuration and battery cards of the overview show every label and figure whole
+    // and at its size, at the default and the minimum window size, and keep the configuration
+    // in two columns.
+    void overviewCardsCutNothing_data()
+    {
+        QTest::addColumn<QString>("capture");
+        QTest::addColumn<QSize>("size");
+        for (const QString &capture : { u"sample"_s, u"intel-macbook-pro"_s, u"air-m5-macos27"_s })
+            for (const QSize size : { QSize(1000, 700), QSize(820, 560) })
+                QTest::addRow("%s %dx%d", qPrintable(capture), size.width(), size.height()) << capture << size;
+    }
+
+    void overviewCardsCutNothing()
+    {
+        QFETCH(QString, capture);
+        QFETCH(QSize, size);
+        Window shown(capture);
+        shown.window->resize(size);
+        QVERIFY(shown.open(AppSection::overview));
+        QQuickItem *cards = shownItem(shown.content(), u"highlightCards"_s);
+        QVERIFY(cards);
+        int figures = 0;
+        for (QQuickItem *item : shownItems(cards)) {
+            const QString text = item->property("text").toString();
+            QVERIFY2(!item->property("truncated").toBool(), qPrintable(text));
+            if (item->objectName() == u"statValue") {
+                ++figures;
+                QVERIFY2(item->property("contentWidth").toReal() <= item->width() + 0.5, qPrintable(text));
+                QCOMPARE(item->property("font").value<QFont>().pixelSize(), 15);
+            }
+        }
+        QVERIFY(figures >= 8);
+        QVERIFY(shownItem(cards, u"configurationFigures"_s)->property("columns").toInt() >= 2);
+    }
+
     // The sample-data banner can be closed; the window title then says it instead.
     void closingTheSampleBannerMovesItsWordsToTheTitle()
     {

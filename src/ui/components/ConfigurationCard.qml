@@ -11,7 +11,10 @@ HighlightCard {
     // A list of {label, value, tint} maps, tint a colour role.
     required property var figures
 
-    readonly property int columns: Math.max(1, Math.floor((grid.width + 14) / (130 + 14)))
+    // Widths come from the card's own, never from the grid's: the grid's size follows its
+    // figures, and figures sized after the grid left it empty in one column.
+    readonly property real contentWidth: root.width - 2 * root.padding
+    readonly property int columns: Math.max(1, Math.floor((root.contentWidth + 14) / (130 + 14)))
 
     title: qsTr("Configuration")
     symbol: "cpu"
@@ -22,6 +25,7 @@ HighlightCard {
     Grid {
         id: grid
 
+        objectName: "configurationFigures"
         columns: root.columns
         columnSpacing: 14
         rowSpacing: 14
@@ -44,7 +48,7 @@ HighlightCard {
                 value: block.modelData.value
                 tint: block.tone.value
                 // Columns of equal width.
-                width: (grid.width - (grid.columns - 1) * grid.columnSpacing) / grid.columns
+                width: (root.contentWidth - (root.columns - 1) * 14) / root.columns
             }
         }
     }

@@ -3,8 +3,9 @@ import QtQuick
 import QtQuick.Controls
 import Quillon
 
-// A labelled figure: the label in small capitals over the value in the block's tint,
-// on one line, shrinking down to 60 % of its size before it is cut. The value can be selected.
+// A labelled figure: the label in small capitals over the value in the block's tint. Both
+// keep their size and go on to a second line rather than being cut or shrunk. The value can
+// be selected.
 Column {
     id: root
 
@@ -13,15 +14,9 @@ Column {
     property color tint: Theme.primary
 
     readonly property int valuePixelSize: 15
-    // The width that shows label and value whole, for rows that share their width by content.
+    // The width that shows label and value on one line each, for rows that share their width
+    // by content.
     readonly property real naturalWidth: Math.ceil(Math.max(labelMetrics.advanceWidth, valueMetrics.advanceWidth))
-    // The value's size: its full size when it fits, else smaller, down to 60 %.
-    readonly property real fittedPixelSize: {
-        const natural = valueMetrics.advanceWidth
-        if (natural <= 0 || natural <= root.width)
-            return root.valuePixelSize
-        return Math.max(root.valuePixelSize * 0.6, root.valuePixelSize * root.width / natural)
-    }
 
     spacing: 3
 
@@ -49,19 +44,19 @@ Column {
         font.pixelSize: 9
         font.weight: Font.DemiBold
         font.letterSpacing: 0.6
-        elide: Text.ElideRight
+        wrapMode: Text.Wrap
     }
-    TextInput {
+    TextEdit {
         objectName: "statValue"
         width: root.width
         text: root.value
         readOnly: true
         selectByMouse: true
-        clip: true
+        wrapMode: TextEdit.WrapAtWordBoundaryOrAnywhere
         color: root.tint
         selectionColor: Theme.accent
         selectedTextColor: Theme.onAccent
-        font.pixelSize: root.fittedPixelSize
+        font.pixelSize: root.valuePixelSize
         font.weight: Font.DemiBold
     }
 }

@@ -108,8 +108,11 @@ ColumnLayout {
     GridLayout {
         objectName: "highlightCards"
         visible: root.screen.hasHardware
-        columns: root.screen.hasBattery ? 2 : 1
+        // Side by side where each card keeps its figures in two columns at least; one above
+        // the other in a narrower window.
+        columns: root.screen.hasBattery && root.width >= 2 * 320 + 14 ? 2 : 1
         columnSpacing: 14
+        rowSpacing: 14
         Layout.fillWidth: true
 
         ConfigurationCard {
