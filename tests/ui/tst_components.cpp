@@ -179,10 +179,10 @@ private Q_SLOTS:
                      { u"Retirer MacBook Pro du 16 nov. 2026 à 09:05"_s, QAccessible::Button } }));
     }
 
-    // The configuration and battery cards of the overview show every label and figure whole
-    // and at its size, at the default and the minimum window size, and keep the configuration
-    // in two columns.
-    void overviewCardsCutNothing_data()
+    // At the default and the minimum window size, the configuration and battery cards of the
+    // overview show every label and figure whole and at its size, the configuration in two
+    // columns at least, and the verdict of the diagnostics stays on one line.
+    void summariesCutNothing_data()
     {
         QTest::addColumn<QString>("capture");
         QTest::addColumn<QSize>("size");
@@ -191,7 +191,7 @@ private Q_SLOTS:
                 QTest::addRow("%s %dx%d", qPrintable(capture), size.width(), size.height()) << capture << size;
     }
 
-    void overviewCardsCutNothing()
+    void summariesCutNothing()
     {
         QFETCH(QString, capture);
         QFETCH(QSize, size);
@@ -212,6 +212,9 @@ private Q_SLOTS:
         }
         QVERIFY(figures >= 8);
         QVERIFY(shownItem(cards, u"configurationFigures"_s)->property("columns").toInt() >= 2);
+        // The verdict of the diagnostics on one line ("1 anomalie · 2 points à surveiller").
+        QVERIFY(shown.open(AppSection::diagnostics));
+        QCOMPARE(shownItem(shown.content(), u"bannerHeadline"_s)->property("lineCount").toInt(), 1);
     }
 
     // The sample-data banner can be closed; the window title then says it instead.

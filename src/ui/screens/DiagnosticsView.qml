@@ -49,6 +49,8 @@ ColumnLayout {
                 }
             }
             ColumnLayout {
+                id: headlineColumn
+
                 spacing: 4
                 Layout.fillWidth: true
 
@@ -69,43 +71,56 @@ ColumnLayout {
                     Layout.fillWidth: true
                 }
             }
-            Repeater {
-                model: root.screen.tallies
+            // The tallies beside the headline where it keeps room for a line or two, under it
+            // in a narrower window.
+            RowLayout {
+                id: tallyRow
 
-                delegate: Rectangle {
-                    id: tally
+                objectName: "tallyRow"
+                readonly property bool besideHeadline: banner.width - 86 - tallyRow.implicitWidth - 18 >= 380
 
-                    required property var modelData
+                parent: tallyRow.besideHeadline ? banner : headlineColumn
+                spacing: 10
+                Layout.topMargin: tallyRow.besideHeadline ? 0 : 8
 
-                    readonly property RoleColour tone: RoleColour {
-                        role: tally.modelData.colourRole
-                    }
+                Repeater {
+                    model: root.screen.tallies
 
-                    objectName: "tally"
-                    implicitWidth: Math.max(74, tallyColumn.implicitWidth + 16)
-                    implicitHeight: tallyColumn.implicitHeight + 16
-                    radius: 10
-                    color: Theme.faded(Theme.cardSurface, 0.85)
+                    delegate: Rectangle {
+                        id: tally
 
-                    Column {
-                        id: tallyColumn
+                        required property var modelData
 
-                        anchors.centerIn: parent
-
-                        Label {
-                            objectName: "tallyCount"
-                            anchors.horizontalCenter: parent.horizontalCenter
-                            text: tally.modelData.count
-                            color: tally.tone.value
-                            font.pixelSize: 22
-                            font.weight: Font.DemiBold
+                        readonly property RoleColour tone: RoleColour {
+                            role: tally.modelData.colourRole
                         }
-                        Label {
-                            objectName: "tallyLabel"
-                            anchors.horizontalCenter: parent.horizontalCenter
-                            text: tally.modelData.label
-                            color: Theme.secondary
-                            font.pixelSize: Theme.caption2
+
+                        objectName: "tally"
+                        implicitWidth: Math.max(74, tallyColumn.implicitWidth + 16)
+                        implicitHeight: tallyColumn.implicitHeight + 16
+                        radius: 10
+                        color: Theme.faded(Theme.cardSurface, 0.85)
+
+                        Column {
+                            id: tallyColumn
+
+                            anchors.centerIn: parent
+
+                            Label {
+                                objectName: "tallyCount"
+                                anchors.horizontalCenter: parent.horizontalCenter
+                                text: tally.modelData.count
+                                color: tally.tone.value
+                                font.pixelSize: 22
+                                font.weight: Font.DemiBold
+                            }
+                            Label {
+                                objectName: "tallyLabel"
+                                anchors.horizontalCenter: parent.horizontalCenter
+                                text: tally.modelData.label
+                                color: Theme.secondary
+                                font.pixelSize: Theme.caption2
+                            }
                         }
                     }
                 }
