@@ -208,22 +208,36 @@ Item {
         id: clearConfirmation
 
         objectName: "clearConfirmation"
-        title: qsTr("Effacer du journal les machines affichées ?")
         modal: true
         anchors.centerIn: Overlay.overlay
         width: Math.min(440, page.width - 44)
+        padding: 20
         onOpened: cancelClearButton.forceActiveFocus()
         onDiscarded: {
             clearConfirmation.close()
             screen.clear()
         }
 
-        Label {
-            text: qsTr("Vous pourrez les remettre avec Édition › Annuler l'effacement (⌘Z) tant que Quillon reste ouvert.")
-            color: Theme.secondary
-            font.pixelSize: Theme.callout
-            wrapMode: Text.Wrap
+        ColumnLayout {
             width: parent.width
+            spacing: 8
+
+            Label {
+                objectName: "clearQuestion"
+                text: qsTr("Effacer du journal les machines affichées ?")
+                color: Theme.primary
+                font.pixelSize: Theme.body
+                font.weight: Font.DemiBold
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
+            Label {
+                text: qsTr("Vous pourrez les remettre avec Édition › Annuler l'effacement (⌘Z) tant que Quillon reste ouvert.")
+                color: Theme.secondary
+                font.pixelSize: Theme.callout
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
         }
 
         footer: DialogButtonBox {
