@@ -217,6 +217,29 @@ private Q_SLOTS:
         QCOMPARE(shownItem(shown.content(), u"bannerHeadline"_s)->property("lineCount").toInt(), 1);
     }
 
+    // Where the desktop merges the title bar with the toolbar (macOS), the sidebar leaves a
+    // band for the window's buttons, and a double click on the toolbar goes to the desktop.
+    void mergedTitleBar_data()
+    {
+        QTest::addColumn<bool>("merges");
+        QTest::newRow("merged") << true;
+        QTest::newRow("separate") << false;
+    }
+
+    void mergedTitleBar()
+    {
+        QFETCH(bool, merges);
+        StandInDesktop desktop;
+        desktop.mergesTitleBar = merges;
+        Window shown(u"sample"_s, &desktop);
+        QVERIFY(shown.open(AppSection::overview));
+        QCOMPARE(shownItem(shown.window->contentItem(), u"sidebarTitleBar"_s) != nullptr, merges);
+        QQuickItem *toolbar = shownItem(shown.window->contentItem(), u"toolbar"_s);
+        const QPoint onTitle = toolbar->mapToScene(QPointF(toolbar->width() / 3, toolbar->height() / 2)).toPoint();
+        QTest::mouseDClick(shown.window, Qt::LeftButton, {}, onTitle);
+        QCOMPARE(desktop.titleBarDoubleClicks, merges ? 1 : 0);
+    }
+
     // The sample-data banner can be closed; the window title then says it instead.
     void closingTheSampleBannerMovesItsWordsToTheTitle()
     {

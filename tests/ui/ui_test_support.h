@@ -43,6 +43,8 @@ struct StandInDesktop : DesktopLook
     std::optional<std::uint32_t> accent;
     bool moreContrast = false;
     QStringList drawings;
+    bool mergesTitleBar = false;
+    mutable int titleBarDoubleClicks = 0;
     std::function<void()> changed;
 
     std::optional<std::uint32_t> accentColour() const override { return accent; }
@@ -58,8 +60,8 @@ struct StandInDesktop : DesktopLook
                                                       std::uint8_t(colour.blue()), std::uint8_t(colour.alpha()) });
         return drawing;
     }
-    bool mergeTitleBar(std::uintptr_t) const override { return false; }
-    void titleBarDoubleClicked(std::uintptr_t) const override {}
+    bool mergeTitleBar(std::uintptr_t) const override { return mergesTitleBar; }
+    void titleBarDoubleClicked(std::uintptr_t) const override { ++titleBarDoubleClicks; }
     void watch(std::function<void()> onChange) override { changed = std::move(onChange); }
 };
 
@@ -78,9 +80,10 @@ struct App
     QTemporaryDir folder;
     std::unique_ptr<QuillonApp> app;
 
-    explicit App(const QString &capture)
+    explicit App(const QString &capture, const DesktopLook *desktop = nullptr)
     {
         QuillonApp::Options options;
+        options.desktop = desktop;
         options.journalDirectory = folder.filePath(QStringLiteral("journal"));
         options.preferences
             = std::make_unique<QSettings>(folder.filePath(QStringLiteral("preferences.ini")), QSettings::IniFormat);
@@ -168,7 +171,7 @@ struct Window
     QQmlApplicationEngine engine;
     QQuickWindow *window = nullptr;
 
-    explicit Window(const QString &capture) : app(capture)
+    explicit Window(const QString &capture, const DesktopLook *desktop = nullptr) : app(capture, desktop)
     {
         QuillonApp::prepareEngine(engine);
         if (app.app->openWindows(engine))
