@@ -51,10 +51,16 @@ void Theme::followDesktop(DesktopLook *desktop)
     if (desktop)
         desktop->watch([] {
             for (Theme *theme : std::as_const(themes()))
-                Q_EMIT theme->appearanceChanged();
+                theme->redraw();
         });
     for (Theme *theme : std::as_const(themes()))
-        Q_EMIT theme->appearanceChanged();
+        theme->redraw();
+}
+
+void Theme::redraw()
+{
+    m_readable.clear();
+    Q_EMIT appearanceChanged();
 }
 
 DesktopLook *Theme::desktop()
@@ -82,20 +88,21 @@ std::optional<QColor> Theme::desktopAccent() const
 
 QColor Theme::readable(const QColor &colour) const
 {
+    if (const auto made = m_readable.constFind(colour.rgba()); made != m_readable.cend())
+        return *made;
     const double floor = textContrastFloor();
     const auto reads = [&](const QColor &text) {
         return contrastRatio(text, cardSurface()) >= floor && contrastRatio(text, windowBackground()) >= floor
             && contrastRatio(text, pillUnder(text, cardSurface())) >= floor;
     };
     if (reads(colour))
-        return colour;
+        return m_readable.insert(colour.rgba(), colour).value();
     QColor result = colour.toHsl();
     // Lightness moves one step at a time, towards black or white, keeping the hue.
     for (int step = 0; step < 255 && !reads(result); ++step) {
-        const int lightness = result.hslSaturation() >= 0 ? result.lightness() : 0;
-        result.setHsl(result.hslHue(), result.hslSaturation(), std::clamp(lightness + (m_dark ? 1 : -1), 0, 255));
+        result.setHsl(result.hslHue(), result.hslSaturation(), std::clamp(result.lightness() + (m_dark ? 1 : -1), 0, 255));
     }
-    return result.toRgb();
+    return m_readable.insert(colour.rgba(), result.toRgb()).value();
 }
 
 QColor Theme::label(int alpha) const
@@ -118,7 +125,7 @@ bool Theme::eventFilter(QObject *watched, QEvent *event)
         const bool dark = isDarkPalette(QGuiApplication::palette());
         if (dark != m_dark) {
             m_dark = dark;
-            Q_EMIT appearanceChanged();
+            redraw();
         }
     }
     return QObject::eventFilter(watched, event);

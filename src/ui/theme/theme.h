@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QHash>
 #include <QObject>
 #include <QPalette>
 #include <QString>
@@ -137,5 +138,10 @@ private:
     bool increasesContrast() const;
     std::optional<QColor> desktopAccent() const;
 
+    void redraw();
+
     bool m_dark = false;
+    // The colours `readable` made, by the colour it started from, until the look changes: a
+    // pale accent takes dozens of steps, and every binding of every screen asks.
+    mutable QHash<QRgb, QColor> m_readable;
 };
