@@ -384,9 +384,12 @@ JournalStore::Recorded JournalStore::record(const HistoryEntry &entry, qint64 wi
 bool JournalStore::keepRemovalsAside(QSqlQuery &query)
 {
     return query.exec(u"CREATE TEMP TABLE IF NOT EXISTS removed AS SELECT * FROM entries WHERE 0"_s)
-        && query.exec(u"CREATE TEMP TABLE IF NOT EXISTS removal (seq INTEGER PRIMARY KEY, number INTEGER NOT NULL)"_s);
+        && query.exec(u"CREATE TEMP TABLE IF NOT EXISTS removal (seq INTEGER PRIMARY KEY, number INTEGER NOT NULL)"_s)
+        && query.exec(u"CREATE TEMP TABLE IF NOT EXISTS removing (id TEXT PRIMARY KEY)"_s);
 }
 
+// The identifiers go to a temporary table first, so that each statement below reads the
+// entries once, whatever their number.
 QString JournalStore::remove(const QSet<QUuid> &ids)
 {
     if (!m_problem.isEmpty())
@@ -396,20 +399,17 @@ QString JournalStore::remove(const QSet<QUuid> &ids)
         return reasonOf(query.lastError());
     const int number = m_removals + 1;
     const QString failure = inOneTransaction(query, [&ids, number](QSqlQuery &step) {
-        return std::ranges::all_of(ids, [&step, number](const QUuid &id) {
-            return std::ranges::all_of(
-                std::initializer_list<QString> {
-                    u"INSERT INTO temp.removal (seq, number) SELECT seq, :number FROM entries WHERE id = :id"_s,
-                    u"INSERT INTO temp.removed SELECT * FROM entries WHERE id = :id"_s,
-                    u"DELETE FROM entries WHERE id = :id"_s },
-                [&step, &id, number](const QString &statement) {
-                    step.prepare(statement);
-                    step.bindValue(u":id"_s, id.toString(QUuid::WithoutBraces).toUpper());
-                    if (statement.contains(u":number"_s))
-                        step.bindValue(u":number"_s, number);
-                    return step.exec();
-                });
-        });
+        step.prepare(u"INSERT OR IGNORE INTO temp.removing (id) VALUES (:id)"_s);
+        for (const QUuid &id : ids) {
+            step.bindValue(u":id"_s, id.toString(QUuid::WithoutBraces).toUpper());
+            if (!step.exec())
+                return false;
+        }
+        const QString ofRemoving = u" WHERE id IN (SELECT id FROM temp.removing)"_s;
+        step.prepare(u"INSERT INTO temp.removal (seq, number) SELECT seq, :number FROM entries"_s + ofRemoving);
+        step.bindValue(u":number"_s, number);
+        return step.exec() && step.exec(u"INSERT INTO temp.removed SELECT * FROM entries"_s + ofRemoving)
+            && step.exec(u"DELETE FROM entries"_s + ofRemoving) && step.exec(u"DELETE FROM temp.removing"_s);
     });
     if (failure.isEmpty())
         m_removals = number;
