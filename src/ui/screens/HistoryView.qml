@@ -232,7 +232,7 @@ Item {
                 Layout.fillWidth: true
             }
             Label {
-                text: qsTr("Vous pourrez les remettre avec Édition › Annuler l'effacement (⌘Z) tant que Quillon reste ouvert.")
+                text: qsTr("Vous pourrez les remettre avec Édition › Annuler l’effacement (⌘Z) tant que Quillon reste ouvert.")
                 color: Theme.secondary
                 font.pixelSize: Theme.callout
                 wrapMode: Text.Wrap
