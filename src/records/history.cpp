@@ -333,13 +333,9 @@ void History::removeIds(const QSet<QUuid> &ids, const QString &undoText)
     Q_EMIT undoTextChanged();
     if (m_reading)
         m_removedWhileReading.unite(ids);
-    m_bySerial.reset();
-    const int previousCount = count();
-    beginResetModel();
-    m_entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });
-    reselect();
-    endResetModel();
-    publishChange(previousCount);
+    QList<HistoryEntry> kept = m_entries;
+    kept.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });
+    replaceEntries(std::move(kept));
 }
 
 void History::undoRemoval()
@@ -353,16 +349,16 @@ void History::undoRemoval()
     setProblem(QString());
     m_undoTexts.removeLast();
     Q_EMIT undoTextChanged();
-    reloadEntries();
+    // The journal as its file has it now, with what other processes recorded meanwhile.
+    replaceEntries(m_store->entries());
 }
 
-// The journal as its file has it now, with what other processes recorded meanwhile.
-void History::reloadEntries()
+void History::replaceEntries(QList<HistoryEntry> entries)
 {
     const int previousCount = count();
     m_bySerial.reset();
     beginResetModel();
-    m_entries = m_store->entries();
+    m_entries = std::move(entries);
     reselect();
     endResetModel();
     publishChange(previousCount);

@@ -153,7 +153,8 @@ private:
     void setProblem(const QString &problem);
     void removeIds(const QSet<QUuid> &ids, const QString &undoText);
     void reselect();
-    void reloadEntries();
+    // Shows `entries` in place of the list, with the selection and the signals that follow.
+    void replaceEntries(QList<HistoryEntry> entries);
     HistoryEntry makeEntry(const HardwareInfo &hardware, const std::optional<BatteryInfo> &battery,
                            const QList<StorageVolume> &volumes, const DiagnosticsReport &report) const;
 
